@@ -1,0 +1,36 @@
+#include "core/column_list.h"
+
+#include <set>
+
+#include "platform/blanks.h"
+
+namespace QuorAccQueries {
+namespace {
+
+std::set<std::string, std::less<>> namesIn(std::string_view list) {
+  std::set<std::string, std::less<>> names;
+  while (true) {
+    const std::size_t comma = list.find(',');
+    names.emplace(QuorDataLib::withoutBlanks(list.substr(0, comma)));
+    if (comma == std::string_view::npos) return names;
+    list.remove_prefix(comma + 1);
+  }
+}
+
+}  // namespace
+
+std::string columnsWithout(const QuorDataLib::Ref<QuorDataLib::Recordset>& rows,
+                           std::string_view table, std::string_view exclusions) {
+  const auto excluded = namesIn(exclusions);
+  std::string list;
+  const std::int32_t count = rows->FieldCount();
+  for (std::int32_t index = 0; index < count; ++index) {
+    const std::string name = rows->FieldName(index);
+    if (excluded.contains(name)) continue;
+    if (!list.empty()) list += ", ";
+    list.append(table).append(".").append(name);
+  }
+  return list;
+}
+
+}  // namespace QuorAccQueries

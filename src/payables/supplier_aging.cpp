@@ -1,0 +1,85 @@
+// The aging query of the suppliers; the class's other queries are in supplier_queries.cpp.
+#include "core/statement.h"
+#include "payables/supplier_aging_sql.h"
+#include "payables/supplier_queries.h"
+#include "receivables/customer_queries.h"
+
+namespace QuorAccQueries {
+
+namespace Sql = SupplierAgingSql;
+
+Ref<Recordset> CSupplierQueries::OpenSuppAgingTransactions(
+    bool ShowAllTransactions, std::int32_t SuppId, Date AgingDate, const std::string& Filter,
+    const std::string& OrderBy, bool ByCurrency, const std::string& FieldsList,
+    const std::string& GroupBy) {
+  return trap("OpenSuppAgingTransactions", [&](Steps& step, Ref<Recordset>& result) {
+    Date noLowerDate;
+    step([&] { MUtils::NormalizeDateRange(noLowerDate, AgingDate); });
+    if (ByCurrency) ByCurrency = step([] { return foreignCurrencyUsed(); });
+    const std::string fields =
+        FieldsList.empty() ? step([&] { return defaultFieldList(ByCurrency); }) : FieldsList;
+    const std::string credits = step([] { return GetAgingSuppPmtCreditsSQL(); });
+    const std::int16_t engine = step([] { return engineType(); });
+
+    Statement rows;
+    rows.text("SELECT ").fragment(fields).text("\r\n");
+    rows.text(Sql::kDetails).text(credits).bind(AgingDate);
+    rows.text(Sql::kJoinParties);
+    rows.text(Sql::kJoinOutstanding).text(Sql::kTotalPayments.of(engine)).text(Sql::kPayments);
+    if (SuppId != 0) rows.text(Sql::kPaymentsOfSupplier).number(SuppId).text("\r\n");
+    rows.text(Sql::kOutstandingAtDate).bind(AgingDate).bind(AgingDate);
+    if (SuppId != 0) rows.text(Sql::kPurchasesOfSupplier).bind(SuppId);
+    rows.text(Sql::kRows).bind(AgingDate).bind(AgingDate);
+    if (SuppId != 0) rows.text(Sql::kOfSupplier).bind(SuppId);
+    if (!ShowAllTransactions) rows.text(Sql::kOutstandingOnly);
+    if (!Filter.empty()) rows.text(" AND (").fragment(Filter).text(")\r\n");
+    if (!GroupBy.empty()) rows.text(" GROUP BY ").fragment(GroupBy).text("\r\n");
+
+    Statement statement;
+    if (ByCurrency) statement.text(Sql::kByCurrencyBefore);
+    statement.append(rows);
+    if (ByCurrency) statement.text(Sql::kByCurrencyAfter);
+    statement.text(" ORDER BY ");
+    statement.fragment(OrderBy.empty() ? Sql::kDefaultOrder : OrderBy).text("\r\n");
+    step([&] { result = open(statement, Pass::Array, kFlagNone); });
+  });
+}
+
+std::string CSupplierQueries::defaultFieldList(bool byCurrency) {
+  std::string list(Sql::kSelectDocument);
+  list += nullSafe("SuppAgingList_View.DocCredit", 0);
+  list += Sql::kSelectDocCredit;
+  list += nullSafe("SuppAgingList_View.PurcCredit", 0);
+  list += Sql::kSelectPurcCredit;
+  list += GetAgingSuppFieldsList(std::string(Sql::kColumnsBesideDocument));
+  list += Sql::kSelectParty;
+  if (byCurrency) {
+    return list + nullSafe("SuppAgingList_View.ExCurrencyId", 1) + " As InnerViewExCurrencyId ";
+  }
+  return list + "SuppAgingList_View.ExCurrencyId, " + GetAgingCurrencyFieldsList();
+}
+
+std::string CSupplierQueries::GetAgingSuppPmtCreditsSQL() {
+  std::string text(Sql::kCredits);
+  text += Sql::kCreditBalance.of(engineType());
+  text += Sql::kCreditApplications;
+  return text;
+}
+
+std::string CSupplierQueries::GetAgingSuppFieldsList(const std::string& ExcludeFields) {
+  return trap("GetAgingSuppFieldsList", [&](Steps& step, std::string& result) {
+    if (ExcludeFields.empty()) {
+      result = Sql::kSupplierColumns;
+    } else {
+      listColumns(step, result, Sql::kNoSuppliers, "Supp", ExcludeFields);
+    }
+  });
+}
+
+std::string CSupplierQueries::GetAgingCurrencyFieldsList() {
+  return trap("GetAgingCurrencyFieldsList", [&](Steps& step, std::string& result) {
+    step([&] { result = CCustomerQueries().GetAgingCurrencyFieldsList(); });
+  });
+}
+
+}  // namespace QuorAccQueries
