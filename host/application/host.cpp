@@ -1,0 +1,94 @@
+#include "host/application/host.h"
+
+#include <utility>
+
+#include "host/application/context.h"
+#include "host/application/dry_run.h"
+#include "host/application/foundation.h"
+#include "host/application/overrides.h"
+#include "host/application/services.h"
+#include "host/application/trace.h"
+#include "platform/current_application.h"
+#include "platform/error.h"
+
+namespace QuorHost {
+
+using QuorDataLib::Connection;
+using QuorDataLib::make;
+using QuorDataLib::Ref;
+
+struct Host::State {
+  Ref<QuorDataLib::Application> application;
+  Ref<Connection> customConnection;
+};
+
+namespace {
+
+/// Gives objects a trace, or leaves them as they are when there is none.
+class Tracing {
+ public:
+  explicit Tracing(std::ostream* out)
+      : trace_(out != nullptr ? std::make_shared<Trace>(*out) : nullptr) {}
+
+  template <class T, class... Role>
+  Ref<T> operator()(Ref<T> object, Role... role) const {
+    return trace_ ? traced(trace_, std::move(object), role...) : object;
+  }
+
+ private:
+  SharedTrace trace_;
+};
+
+Ref<Connection> connect(const HostOptions& options) {
+  if (!options.store) return make<DryRunConnection>();
+  return options.store->connect(options.dialect);
+}
+
+Ref<QuorCastriaFoundation::CastriaApplication> makeFoundation(const SharedSources& sources,
+                                                              const Tracing& tracing) {
+  using namespace QuorCastriaFoundation;  // NOLINT(google-build-using-namespace): four names
+  const Ref<CurrencyInfo> currencies =
+      tracing(Ref<CurrencyInfo>(make<FoundationCurrencyInfo>(sources)));
+  return make<FoundationApplication>(
+      tracing(Ref<Settings>(make<FoundationSettings>(sources))),
+      tracing(Ref<Company>(make<FoundationCompany>(sources, currencies))),
+      tracing(Ref<Declares>(make<FoundationDeclares>())));
+}
+
+}  // namespace
+
+Host::Host(const HostOptions& options) : state_(std::make_shared<State>()) {
+  const auto sources = std::make_shared<const FoundationSources>(
+      FoundationSources{CompanyTables(options.store), readOverrides(options.overrides)});
+  const Tracing tracing(options.trace);
+  const Ref<Connection> defaultConnection = tracing(connect(options), "default");
+  state_->customConnection = tracing(connect(options), "custom");
+  state_->application = makeApplication(
+      {.dataServices = tracing(Ref<QuorDataLib::DataServices>(make<HostDataServices>(
+           sources, defaultConnection, options.dialect, options.store == nullptr))),
+       .errorService =
+           tracing(Ref<QuorDataLib::ErrorService>(make<HostErrorService>(options.onError))),
+       .settingsReader =
+           tracing(Ref<QuorDataLib::SettingsReader>(make<HostSettingsReader>(sources))),
+       .utility = make<HostUtility>(options.dialect),
+       .foundation = makeFoundation(sources, tracing)});
+}
+
+Host::~Host() {
+  try {
+    if (QuorDataLib::currentApplication() == state_->application) {
+      QuorDataLib::installApplication({});
+    }
+  } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch): the thread has none
+  }
+}
+
+void Host::install() {
+  QuorDataLib::installApplication([application = state_->application] { return application; });
+}
+
+Ref<QuorDataLib::Application> Host::application() const { return state_->application; }
+
+Ref<Connection> Host::connection() const { return state_->customConnection; }
+
+}  // namespace QuorHost

@@ -1,0 +1,109 @@
+#include "host/engines/sqlite/connection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/engines/sqlite/cell.h"
+#include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/recordset.h"
+#include "host/engines/sqlite/updatable_recordset.h"
+#include "platform/error.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::raise;
+using Sql::StatementKind;
+
+constexpr std::int32_t kUpdateMode = 1;
+
+void requireMode(std::int32_t mode) {
+  switch (mode) {
+    case 0:
+    case kUpdateMode:
+    case 2:
+    case 4:
+    case 6:
+      return;
+    default:
+      raise(ErrorNumber::InvalidArgument, "A recordset cannot be opened with mode " +
+                                              std::to_string(mode) +
+                                              ": 0, 2, 4 and 6 read rows, 1 changes them");
+  }
+}
+
+/// The table whose rows a query gives, when every column has its own name in the table; otherwise
+/// null. A column under another name could be taken for one that it is not.
+const Sql::Relation* updatableTable(const Sql::Translation& query,
+                                    const Sql::Catalogue& catalogue) {
+  const Sql::Relation* const table = catalogue.find(query.updatableTable);
+  if (table == nullptr) return nullptr;
+  const bool plain = std::ranges::all_of(query.columns, [&](const Sql::ResultColumn& column) {
+    return table->find(column.name) != nullptr;
+  });
+  return plain ? table : nullptr;
+}
+
+}  // namespace
+
+Connection::Connection(std::shared_ptr<SqliteStore> store, Sql::Dialect dialect)
+    : store_(std::move(store)), dialect_(dialect) {}
+
+QuorDataLib::Ref<QuorDataLib::Recordset> Connection::OpenRecordset(
+    const std::string& sql, std::int32_t mode, std::int32_t /*option*/,
+    const QuorDataLib::Parameters& parameters, std::int32_t /*flag*/) {
+  requireMode(mode);
+  const std::shared_ptr<Database>& database = store_->database();
+  StatementCache::Taken query = database->cache().take(sql, dialect_, store_->catalogue());
+  const Sql::Translation& translation = query.source->translation;
+  if (translation.kind != StatementKind::Select) {
+    refuseStatement("A recordset needs a SELECT statement; run this one with Execute");
+  }
+  bindMarkers(query.statement, translation.markers, parameters.values());
+
+  const TimeLimit limit(timeout_);
+  if (mode == kUpdateMode && database->writable()) {
+    const Sql::Relation* const table = updatableTable(translation, store_->catalogue());
+    if (table != nullptr) {
+      return QuorDataLib::make<UpdatableRecordset>(database, std::move(query), limit, *table);
+    }
+  }
+  return QuorDataLib::make<Recordset>(database, std::move(query), limit);
+}
+
+void Connection::Execute(const std::string& sql, std::int32_t& recordsAffected,
+                         std::int32_t /*option*/, const QuorDataLib::Parameters& parameters) {
+  Database& database = *store_->database();
+  StatementCache::Taken change = database.cache().take(sql, dialect_, store_->catalogue());
+  switch (change.source->translation.kind) {
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete:
+      break;
+    case StatementKind::Select:
+      refuseStatement("A SELECT statement changes nothing; open it as a recordset");
+    default:
+      refuseStatement("The company's tables cannot be changed over a connection");
+  }
+  store_->requireWritable();
+  bindMarkers(change.statement, change.source->translation.markers, parameters.values());
+  database.prepareForChange();
+  TimeLimit limit(timeout_);
+  while (change.statement.step(sql, limit)) {
+  }
+  recordsAffected = sqlite3_changes(database.handle());
+  database.cache().giveBack(std::move(change));
+}
+
+std::int32_t Connection::CommandTimeout() { return timeout_; }
+
+void Connection::SetCommandTimeout(std::int32_t seconds) {
+  if (seconds < 0) {
+    raise(ErrorNumber::InvalidArgument,
+          "A command timeout is a number of seconds, or 0 for no limit");
+  }
+  timeout_ = seconds;
+}
+
+}  // namespace QuorHost::Sqlite

@@ -1,0 +1,22 @@
+# The SQLite side of the SQL front end: what translated statements are written as, and what they
+# call.
+find_package(SQLite3 REQUIRED)
+find_package(ICU REQUIRED COMPONENTS i18n uc)
+
+add_library(quoracc_sqlite_sql STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/call_names.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/collation.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/date_functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/expression_calls.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/expression_form.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/expression_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/like_pattern.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/number_functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/query_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/sql_text.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/sql_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/text_functions.cpp)
+target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_sql SQLite::SQLite3
+                                         PRIVATE ICU::i18n ICU::uc)
+quoracc_target(quoracc_sqlite_sql)

@@ -1,0 +1,173 @@
+#include "host/engines/sqlite/store.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "host/engines/sqlite/cell.h"
+#include "host/engines/sqlite/connection.h"
+#include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/sql_writer.h"
+#include "host/engines/sqlite/stored_catalogue.h"
+#include "host/engines/sqlite/transaction.h"
+#include "host/sql/front_end.h"
+#include "platform/error.h"
+
+namespace QuorHost {
+namespace Sqlite {
+namespace {
+
+using Sql::StatementKind;
+
+bool isDefinition(StatementKind kind) {
+  return kind == StatementKind::CreateTable || kind == StatementKind::CreateView ||
+         kind == StatementKind::CreateIndex;
+}
+
+/// A field of a finding's row on one line, empty for null.
+std::string textOf(const Statement& row, int column) {
+  const Cell cell = cellOf(row, column);
+  if (cell.kind == Cell::Kind::Integer) return std::to_string(cell.integer);
+  std::string text(cell.text);
+  std::ranges::replace(text, '\n', ' ');
+  return text;
+}
+
+}  // namespace
+
+SqliteStore::SqliteStore(std::shared_ptr<Database> database)
+    : database_(std::move(database)), catalogue_(readStoredCatalogue(*database_)) {}
+
+void SqliteStore::requireWritable() const {
+  if (!writable()) {
+    refuseStatement("The company '" + database_->path() +
+                    "' was opened for reading only: open it for writing to change it");
+  }
+}
+
+QuorDataLib::Ref<QuorDataLib::Connection> SqliteStore::connect(Sql::Dialect dialect) {
+  return QuorDataLib::make<Connection>(std::static_pointer_cast<SqliteStore>(shared_from_this()),
+                                       dialect);
+}
+
+void SqliteStore::define(std::string_view statement) {
+  requireWritable();
+  const Sql::Translation definition =
+      Sql::translate(statement, Sql::Dialect::Server, catalogue_, SqlWriter());
+  if (!isDefinition(definition.kind)) {
+    refuseStatement("Only a CREATE statement defines a table, a view or an index");
+  }
+  database_->prepareForChange();
+  // A savepoint holds the two together inside a transaction as well as outside.
+  database_->run("SAVEPOINT Definition");
+  try {
+    Statement(database_->handle(), definition.sql, false, statement).step(statement);
+    storeDefinition(*database_, statement, definition);
+    if (definition.kind != StatementKind::CreateIndex) catalogue_.add(definition.created);
+  } catch (...) {
+    database_->run("ROLLBACK TO Definition");
+    database_->run("RELEASE Definition");
+    throw;
+  }
+  database_->run("RELEASE Definition");
+  database_->cache().clear();
+  definedInTransaction_ = database_->inTransaction();
+}
+
+void SqliteStore::forgetDefinitions() noexcept {
+  if (!definedInTransaction_) return;
+  try {
+    database_->cache().clear();
+    catalogue_ = readStoredCatalogue(*database_);
+    definedInTransaction_ = false;
+  } catch (...) {  // NOLINT(bugprone-empty-catch): the engine refuses statements on what is gone
+  }
+}
+
+std::unique_ptr<Transaction> SqliteStore::begin() {
+  requireWritable();
+  definedInTransaction_ = false;
+  return std::make_unique<SqliteTransaction>(
+      std::static_pointer_cast<SqliteStore>(shared_from_this()));
+}
+
+std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
+                                               const std::vector<std::string>& columns) {
+  requireWritable();
+  const Sql::Relation* const relation = catalogue_.find(table);
+  if (relation == nullptr) refuseStatement("There is no table " + table);
+  return std::make_unique<SqliteRowWriter>(database_, *relation, columns);
+}
+
+std::vector<std::string> SqliteStore::integrityFindings() {
+  std::vector<std::string> findings;
+  try {
+    Statement structure(database_->handle(), "PRAGMA integrity_check");
+    while (structure.step()) {
+      std::string finding = textOf(structure, 0);
+      if (finding != "ok") findings.push_back(std::move(finding));
+    }
+  } catch (const QuorDataLib::Error& error) {
+    // Where the damage is so bad that the check itself gives up, that is what it found.
+    findings.push_back(error.description());
+  }
+  // In a damaged file the references cannot be followed.
+  if (!findings.empty()) return findings;
+  Statement references(database_->handle(), "PRAGMA foreign_key_check");
+  while (references.step()) {
+    findings.push_back("row " + textOf(references, 1) + " of table " + textOf(references, 0) +
+                       " points at a row that is missing in table " + textOf(references, 2));
+  }
+  return findings;
+}
+
+std::string SqliteStore::engineName() const {
+  return std::string("SQLite ") + sqlite3_libversion();
+}
+
+std::int64_t SqliteStore::sizeInBytes() const {
+  return database_->number("PRAGMA page_count") * database_->number("PRAGMA page_size");
+}
+
+int SqliteStore::schemaVersion() const {
+  return static_cast<int>(database_->number("PRAGMA user_version"));
+}
+
+void SqliteStore::setSchemaVersion(int version) {
+  requireWritable();
+  database_->run("PRAGMA user_version=" + std::to_string(version));
+}
+
+}  // namespace Sqlite
+
+std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
+  std::shared_ptr<Sqlite::Database> database = Sqlite::openDatabase(path, access);
+  if (!Sqlite::hasCurrentTextOrder(*database)) {
+    try {
+      Sqlite::renewTextOrder(*Sqlite::openDatabase(path, Access::Write));
+    } catch (const QuorDataLib::Error& error) {
+      Sqlite::raiseNaming(
+          "The texts in the company file are in the order of another system and must be sorted "
+          "anew",
+          error);
+    }
+  }
+  return std::make_shared<Sqlite::SqliteStore>(std::move(database));
+}
+
+std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability) {
+  std::shared_ptr<Sqlite::Database> database = Sqlite::createDatabase(path, durability);
+  try {
+    Sqlite::createStoredCatalogue(*database);
+    return std::make_shared<Sqlite::SqliteStore>(database);
+  } catch (...) {
+    database.reset();
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    throw;
+  }
+}
+
+}  // namespace QuorHost

@@ -1,0 +1,97 @@
+#include "host/engines/sqlite/stored_catalogue.h"
+
+#include <string>
+
+#include "host/engines/sqlite/cell.h"
+#include "host/engines/sqlite/collation.h"
+#include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/sql_writer.h"
+#include "platform/error.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using QuorDataLib::Error;
+using Sql::StatementKind;
+
+// The row at position 0 is no definition: its text is the version of the order of texts that the
+// file's indexes were built with.
+constexpr std::string_view kCreate =
+    "CREATE TABLE QuorCatalogue (Position INTEGER PRIMARY KEY, Name TEXT NOT NULL,"
+    " Kind TEXT NOT NULL, Sql TEXT NOT NULL) STRICT";
+constexpr std::string_view kRead =
+    "SELECT Sql FROM QuorCatalogue WHERE Kind IN ('table', 'view') ORDER BY Position";
+constexpr std::string_view kAppend =
+    "INSERT INTO QuorCatalogue (Position, Name, Kind, Sql)"
+    " VALUES ((SELECT max(Position) + 1 FROM QuorCatalogue), ?1, ?2, ?3)";
+constexpr std::string_view kReadOrder = "SELECT Sql FROM QuorCatalogue WHERE Position = 0";
+constexpr std::string_view kStoreOrder =
+    "INSERT OR REPLACE INTO QuorCatalogue (Position, Name, Kind, Sql)"
+    " VALUES (0, 'texts', 'order', ?1)";
+
+std::string_view kindName(StatementKind kind) {
+  switch (kind) {
+    case StatementKind::CreateTable:
+      return "table";
+    case StatementKind::CreateView:
+      return "view";
+    default:
+      return "index";
+  }
+}
+
+void bindText(const Statement& statement, int index, std::string_view text) {
+  bindValue(statement, index, text, Sql::Type::Text, Lifetime::Copied);
+}
+
+void storeOrder(Database& database) {
+  Statement store(database.handle(), kStoreOrder);
+  bindText(store, 1, collationVersion());
+  store.step();
+}
+
+}  // namespace
+
+void createStoredCatalogue(Database& database) {
+  database.run(kCreate);
+  storeOrder(database);
+}
+
+Sql::Catalogue readStoredCatalogue(Database& database) {
+  Sql::Catalogue catalogue;
+  try {
+    const SqlWriter writer;
+    Statement rows(database.handle(), kRead);
+    while (rows.step()) {
+      catalogue.add(
+          Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, catalogue, writer).created);
+    }
+  } catch (const Error& error) {
+    raiseNaming("The definitions in the company file '" + database.path() + "' cannot be read",
+                error);
+  }
+  return catalogue;
+}
+
+void storeDefinition(Database& database, std::string_view statement,
+                     const Sql::Translation& translation) {
+  Statement append(database.handle(), kAppend);
+  bindText(append, 1, translation.created.name);
+  bindText(append, 2, kindName(translation.kind));
+  bindText(append, 3, statement);
+  append.step();
+}
+
+bool hasCurrentTextOrder(Database& database) {
+  Statement order(database.handle(), kReadOrder);
+  return order.step() && cellOf(order, 0).text == collationVersion();
+}
+
+void renewTextOrder(Database& database) {
+  database.run("BEGIN IMMEDIATE");
+  database.run("REINDEX");
+  storeOrder(database);
+  database.run("COMMIT");
+}
+
+}  // namespace QuorHost::Sqlite

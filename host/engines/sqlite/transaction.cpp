@@ -1,0 +1,97 @@
+#include "host/engines/sqlite/transaction.h"
+
+#include <utility>
+
+#include "host/engines/sqlite/cell.h"
+#include "host/engines/sqlite/engine_error.h"
+#include "platform/error.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using QuorDataLib::Error;
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::raise;
+
+std::string insertText(const std::string& table, const std::vector<Sql::Column>& columns) {
+  std::string names;
+  std::string markers;
+  for (const Sql::Column& column : columns) {
+    names += (names.empty() ? "" : ", ") + quotedName(column.name);
+    markers += markers.empty() ? "?" : ", ?";
+  }
+  return "INSERT INTO " + quotedName(table) + " (" + names + ") VALUES (" + markers + ")";
+}
+
+}  // namespace
+
+SqliteTransaction::SqliteTransaction(std::shared_ptr<SqliteStore> store)
+    : store_(std::move(store)) {
+  Database& database = *store_->database();
+  if (database.inTransaction()) {
+    raise(ErrorNumber::InvalidArgument,
+          "A transaction is open already: commit it before the next one begins");
+  }
+  database.prepareForChange();
+  database.loosen();
+  database.run("BEGIN IMMEDIATE");
+}
+
+SqliteTransaction::~SqliteTransaction() {
+  if (!store_) return;
+  Database& database = *store_->database();
+  database.prepareForChange();
+  if (database.inTransaction()) {
+    sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+  store_->forgetDefinitions();
+}
+
+void SqliteTransaction::commit() {
+  if (!store_) raise(ErrorNumber::InvalidArgument, "The transaction was committed before");
+  Database& database = *store_->database();
+  if (!database.inTransaction()) {
+    refuseStatement("The transaction was undone when a statement in it failed; nothing was kept");
+  }
+  database.prepareForChange();
+  database.run("COMMIT");
+  std::exchange(store_, nullptr)->database()->seal();
+}
+
+SqliteRowWriter::SqliteRowWriter(std::shared_ptr<Database> database, const Sql::Relation& table,
+                                 const std::vector<std::string>& columns)
+    : database_(std::move(database)), table_(table.name) {
+  if (table.kind != Sql::Relation::Kind::Table) {
+    refuseStatement("Rows cannot be added to the view " + table.name);
+  }
+  for (const std::string& name : columns) {
+    const Sql::Column* const column = table.find(name);
+    if (column == nullptr) refuseStatement("Table " + table.name + " has no column " + name);
+    columns_.push_back(*column);
+  }
+  if (columns_.empty()) refuseStatement("Rows of table " + table.name + " need a column");
+  const std::string text = insertText(table_, columns_);
+  insert_ = Statement(database_->handle(), text, true, text);
+}
+
+void SqliteRowWriter::add(std::span<const QuorDataLib::Value> values) {
+  if (!database_->inTransaction()) {
+    raise(ErrorNumber::InvalidArgument, "Rows are added inside a transaction: begin one first");
+  }
+  if (values.size() != columns_.size()) {
+    raise(ErrorNumber::InvalidArgument, "A row of table " + table_ + " needs " +
+                                            std::to_string(columns_.size()) + " values, not " +
+                                            std::to_string(values.size()));
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    try {
+      bindValue(insert_, static_cast<int>(i) + 1, values[i], columns_[i].type, Lifetime::Borrowed);
+    } catch (const Error& error) {
+      raiseNaming("Column " + columns_[i].name + " of table " + table_, error);
+    }
+  }
+  insert_.step();
+  insert_.reset();
+}
+
+}  // namespace QuorHost::Sqlite

@@ -1,0 +1,58 @@
+// What the front end knows of a company's tables and views.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/sql/types.h"
+
+namespace QuorHost::Sql {
+
+/// One column of a table or view.
+struct Column {
+  std::string name;
+  Type type = Type::Unknown;
+  /// Longest text in characters; 0 for no limit and for every other type.
+  std::int32_t size = 0;
+  bool nullable = true;
+  bool primaryKey = false;
+  /// The engine numbers new rows itself.
+  bool identity = false;
+};
+
+/// A table or a view, its columns in their declared order.
+struct Relation {
+  enum class Kind : std::uint8_t { Table, View };
+  std::string name;
+  Kind kind = Kind::Table;
+  std::vector<Column> columns;
+
+  /// The column of that name, matched without regard to case, or null.
+  [[nodiscard]] const Column* find(std::string_view columnName) const noexcept;
+};
+
+/// The tables and views of one company, by name without regard to case.
+class Catalogue {
+ public:
+  /// Length of the longest name, in bytes.
+  static constexpr std::size_t kLongestName = 128;
+
+  /// The relation of that name, or null. The pointer holds until the catalogue is changed.
+  [[nodiscard]] const Relation* find(std::string_view name) const noexcept;
+
+  /// Adds a relation. Raises a refused statement when the name is taken or too long.
+  void add(Relation relation);
+
+  /// All relations, in the order in which they were added.
+  [[nodiscard]] const std::vector<Relation>& relations() const noexcept { return relations_; }
+
+ private:
+  std::vector<Relation> relations_;
+  std::map<std::string, std::size_t, std::less<>> byName_;  // lower case to index
+};
+
+}  // namespace QuorHost::Sql

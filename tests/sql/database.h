@@ -1,0 +1,56 @@
+// A database in memory that is reached through the front end alone.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/engines/sqlite/sql_writer.h"
+#include "host/sql/front_end.h"
+#include "platform/value.h"
+
+namespace QuorHost::Sql::Testing {
+
+inline constexpr Dialect kServer = Dialect::Server;
+inline constexpr Dialect kDesktop = Dialect::Desktop;
+inline constexpr Dialect kBoth[] = {kServer, kDesktop};
+
+using Values = std::vector<QuorDataLib::Value>;
+
+class Database {
+ public:
+  /// An empty database.
+  Database();
+  /// A database with what `schema`, in the server dialect, makes; it may also insert rows.
+  explicit Database(std::string_view schema);
+
+  [[nodiscard]] Translation translate(std::string_view text, Dialect dialect) const;
+
+  /// Runs a statement and returns its rows, the values of each joined by '|' ("-" for NULL). Raises
+  /// a refused statement with the engine's message when the engine ends it.
+  std::vector<std::string> rows(std::string_view text, Dialect dialect, const Values& values = {});
+
+  /// The one value of a SELECT of one row and column, without FROM: `SELECT <expression>`.
+  std::string value(std::string_view expression, Dialect dialect, const Values& values = {});
+
+  /// The message with which the statement is refused, by the front end or by the engine; empty when
+  /// it is not.
+  std::string refusal(std::string_view text, Dialect dialect);
+
+  /// Whether the engine accepts the translation, which it does not run.
+  [[nodiscard]] std::string preparationError(const Translation& translation) const;
+
+ private:
+  struct Close {
+    void operator()(sqlite3* database) const noexcept { sqlite3_close(database); }
+  };
+
+  std::unique_ptr<sqlite3, Close> database_;
+  Catalogue catalogue_;
+  Sqlite::SqlWriter writer_;
+};
+
+}  // namespace QuorHost::Sql::Testing
