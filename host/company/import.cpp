@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <vector>
+
+#include "host/company/company.h"
+#include "host/company/csv/field_text.h"
+#include "host/company/csv/reader.h"
+#include "platform/error.h"
+
+namespace QuorHost {
+
+namespace {
+
+using QuorDataLib::Error;
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::Value;
+using Sql::Column;
+using Sql::Relation;
+
+const Relation& tableNamed(const Store& store, const std::string& name) {
+  const Relation* const relation = store.catalogue().find(name);
+  if (relation == nullptr) {
+    QuorDataLib::raise(ErrorNumber::InvalidArgument, "The company has no table " + name);
+  }
+  if (relation->kind == Relation::Kind::View) {
+    QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                       relation->name + " is a view: import into the tables that it reads");
+  }
+  return *relation;
+}
+
+std::string namesOf(const Relation& table) {
+  std::string names;
+  for (const Column& column : table.columns) names += (names.empty() ? "" : ", ") + column.name;
+  return names;
+}
+
+/// The columns that the header row names, in its order.
+std::vector<const Column*> readHeader(Csv::Reader& reader, const Relation& table) {
+  std::vector<Csv::Field> fields;
+  if (!reader.next(fields)) {
+    QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                       "The CSV is empty: its first row names columns of " + table.name);
+  }
+  std::vector<const Column*> columns;
+  for (const Csv::Field& field : fields) {
+    const std::string name(field.text);
+    const Column* const column = table.find(name);
+    if (column == nullptr) {
+      QuorDataLib::raise(ErrorNumber::InvalidArgument, "Line 1 of the CSV: table " + table.name +
+                                                           " has no column \"" + name +
+                                                           "\"; its columns are " + namesOf(table));
+    }
+    if (std::ranges::find(columns, column) != columns.end()) {
+      QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                         "Line 1 of the CSV: column " + column->name + " is named twice");
+    }
+    columns.push_back(column);
+  }
+  return columns;
+}
+
+std::vector<std::string> namesOf(const std::vector<const Column*>& columns) {
+  std::vector<std::string> names;
+  names.reserve(columns.size());
+  for (const Column* const column : columns) names.push_back(column->name);
+  return names;
+}
+
+/// Raises the error being handled, its place put before it.
+[[noreturn]] void raiseAt(std::int64_t line, const std::string& column) {
+  const Error error = QuorDataLib::currentError();
+  throw Error(error.number(), error.source(),
+              "Line " + std::to_string(line) + " of the CSV" +
+                  (column.empty() ? "" : ", column " + column) + ": " + error.description());
+}
+
+std::vector<Value> valuesOf(const std::vector<Csv::Field>& fields,
+                            const std::vector<const Column*>& columns) {
+  std::vector<Value> row;
+  row.reserve(fields.size());
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    try {
+      row.push_back(Csv::fieldValue(*columns[i], fields[i]));
+    } catch (...) {
+      raiseAt(fields[i].line, columns[i]->name);
+    }
+  }
+  return row;
+}
+
+void removeRows(Store& store, const Relation& table) {
+  std::int32_t removed = 0;
+  try {
+    store.connect(Sql::Dialect::Server)
+        ->Execute("DELETE FROM [" + table.name + "]", removed, -1, {});
+  } catch (...) {
+    const Error error = QuorDataLib::currentError();
+    throw Error(error.number(), error.source(),
+                "The rows of " + table.name + " cannot be replaced: " + error.description());
+  }
+}
+
+}  // namespace
+
+std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv, bool replace) {
+  const Relation& relation = tableNamed(store, table);
+  Csv::Reader reader(csv);
+  const std::vector<const Column*> columns = readHeader(reader, relation);
+
+  const std::unique_ptr<Transaction> transaction = store.begin();
+  if (replace) removeRows(store, relation);
+  const std::unique_ptr<RowWriter> writer = store.writer(relation.name, namesOf(columns));
+  std::int64_t rows = 0;
+  std::vector<Csv::Field> fields;
+  while (reader.next(fields)) {
+    const bool blank = fields.size() == 1 && fields[0].text.empty() && !fields[0].quoted;
+    if (blank && columns.size() > 1) continue;
+    const std::int64_t line = fields[0].line;
+    if (fields.size() != columns.size()) {
+      QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                         "Line " + std::to_string(line) +
+                             " of the CSV: " + std::to_string(fields.size()) +
+                             " fields where the header row has " + std::to_string(columns.size()));
+    }
+    const std::vector<Value> row = valuesOf(fields, columns);
+    try {
+      writer->add(row);
+    } catch (...) {
+      raiseAt(line, {});
+    }
+    ++rows;
+  }
+  transaction->commit();
+  return rows;
+}
+
+}  // namespace QuorHost

@@ -1,0 +1,47 @@
+// The sample's chart of accounts, and the ledger keys that its postings name.
+#pragma once
+
+#include <cstdint>
+
+#include "host/engines/store.h"
+
+namespace QuorHost::Sample {
+
+/// Keys of ledger accounts. A key is the account's number, so that a ledger line can be read.
+/// Bank and control accounts are listed with their currency.
+namespace Acct {
+inline constexpr std::int32_t kHomeBank = 1010;
+inline constexpr std::int32_t kTill = 1040;
+inline constexpr std::int32_t kInventory = 1200;
+inline constexpr std::int32_t kProjectHours = 1300;
+inline constexpr std::int32_t kUnrecordedServices = 1310;
+inline constexpr std::int32_t kFederalTaxPaid = 1400;
+inline constexpr std::int32_t kQuebecTaxPaid = 1410;
+inline constexpr std::int32_t kFederalTax = 2200;
+inline constexpr std::int32_t kQuebecTax = 2210;
+inline constexpr std::int32_t kProvincialTax = 2220;
+inline constexpr std::int32_t kCurrentEarnings = 3100;
+inline constexpr std::int32_t kRetainedEarnings = 3200;
+inline constexpr std::int32_t kShareCapital = 3300;
+inline constexpr std::int32_t kSales = 4010;
+inline constexpr std::int32_t kServiceSales = 4020;
+inline constexpr std::int32_t kShippingCharged = 4030;
+inline constexpr std::int32_t kSundryIncome = 4040;
+inline constexpr std::int32_t kSalesDiscounts = 4090;
+inline constexpr std::int32_t kPurchases = 5010;
+inline constexpr std::int32_t kSubcontractors = 5020;
+inline constexpr std::int32_t kShippingPaid = 5030;
+inline constexpr std::int32_t kPurchaseDiscounts = 5090;
+inline constexpr std::int32_t kWages = 6010;
+inline constexpr std::int32_t kRent = 6020;
+inline constexpr std::int32_t kSupplies = 6030;
+inline constexpr std::int32_t kExchangeDifferences = 7010;
+}  // namespace Acct
+
+/// One past the greatest account key.
+inline constexpr std::int32_t kAccountsEnd = 8000;
+
+/// Fills `AccountType` and `GLAcct`.
+void writeAccounts(Store& store);
+
+}  // namespace QuorHost::Sample

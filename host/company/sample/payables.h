@@ -1,0 +1,75 @@
+// The sample's purchases: orders, receptions, documents and payments of its suppliers.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/company/sample/calendar.h"
+#include "host/company/sample/document.h"
+#include "host/company/sample/items.h"
+#include "host/company/sample/parties.h"
+#include "host/company/sample/settlements.h"
+
+namespace QuorHost::Sample {
+
+class Payables {
+ public:
+  /// `purchases` is the number of purchases and expenses to make; orders, receptions and
+  /// adjustments come on top.
+  Payables(Store& store, Ledger& ledger, const Rates& rates, std::vector<Party> suppliers,
+           std::int64_t purchases, Random random);
+
+  /// What happens on a day.
+  void day(int day);
+
+ private:
+  /// Where each line of a document came from: the first line of an order, or the reception and its
+  /// first line.
+  struct Origin {
+    std::int32_t orderLine = 0;
+    std::int32_t reception = 0;
+    std::int32_t receptionLine = 0;
+  };
+  /// Goods on their way: what is to be received or invoiced.
+  struct Awaited {
+    Document document;
+    Origin origin;
+    bool received = false;
+  };
+  /// What only orders and receptions have.
+  struct OrderState {
+    std::int32_t status = 0;
+    int requiredDay = -1;
+  };
+
+  const Party& pickSupplier(int day);
+  [[nodiscard]] std::vector<DocumentLine> pickLines(const Party& supplier, int day);
+  void buy(int day);
+  void order(int day);
+  void receive(const Awaited& awaited, int day);
+  void invoice(const Awaited& awaited, int day);
+  void await(int day, Awaited awaited);
+  void returnGoods(const Document& purchase, int day);
+  Document begin(std::int32_t type, const Party& supplier, int day);
+  void finish(Document& document);
+  void owe(const Document& document);
+  /// Writes a document and returns the key of its first line; the others follow it.
+  std::int32_t write(const Document& document, const Origin& origin, const OrderState& state);
+
+  Ledger& ledger_;
+  const Rates& rates_;
+  std::vector<Party> suppliers_;
+  Quota quota_;
+  Random random_;
+  Numbering numbering_;
+  Table documents_;
+  Table lines_;
+  Settlements settlements_;
+  std::vector<std::vector<Awaited>> awaited_;  // by day
+  std::int64_t bought_ = 0;
+  std::int32_t lastLine_ = 0;
+  std::int32_t orders_ = 0;
+  std::int32_t receptions_ = 0;
+};
+
+}  // namespace QuorHost::Sample

@@ -1,0 +1,59 @@
+// The sample's sales: orders, documents and payments of its customers.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/company/sample/calendar.h"
+#include "host/company/sample/document.h"
+#include "host/company/sample/items.h"
+#include "host/company/sample/parties.h"
+#include "host/company/sample/settlements.h"
+
+namespace QuorHost::Sample {
+
+class Receivables {
+ public:
+  /// `sales` is the number of sales documents to make; orders and adjustments come on top.
+  Receivables(Store& store, Ledger& ledger, const Rates& rates, std::vector<Party> customers,
+              std::int64_t sales, Random random);
+
+  /// What happens on a day.
+  void day(int day);
+
+ private:
+  /// An order on its way to delivery.
+  struct Order {
+    Document document;
+    OpenCredit deposit;
+  };
+
+  const Party& pickCustomer(int day);
+  [[nodiscard]] std::vector<DocumentLine> pickLines(const SampleItem& (*pick)(Random&),
+                                                    const Party& customer, int day);
+  void deliver(int day);
+  void sell(int day);
+  void order(int day);
+  void giveCredit(const Party& customer, int day);
+  void chargeReturnedCheque(const Party& customer, int day);
+  Document begin(std::int32_t type, const Party& customer, int day);
+  void finish(Document& document, bool taxed = true);
+  void write(const Document& document, std::int32_t order);
+
+  Ledger& ledger_;
+  const Rates& rates_;
+  std::vector<Party> customers_;
+  Quota quota_;
+  Random random_;
+  Numbering numbering_;
+  Table documents_;
+  Table lines_;
+  Settlements settlements_;
+  std::vector<std::vector<Order>> deliveries_;  // by day
+  std::int64_t sold_ = 0;
+  std::int32_t invoices_ = 100'000;
+  std::int32_t adjustments_ = 0;
+  std::int32_t orders_ = 0;
+};
+
+}  // namespace QuorHost::Sample

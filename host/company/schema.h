@@ -1,0 +1,23 @@
+// The company schema, as the files in `schema/` have it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/engines/store.h"
+
+namespace QuorHost {
+
+/// The texts of the schema files, in their order of definition.
+const std::vector<std::string_view>& schemaTexts();
+
+/// Defines the tables and views in an empty database.
+void defineRelations(Store& store);
+
+/// Defines the indexes. Rows are loaded faster without them, so they come last. `done` is told
+/// before each one how many of how many there are already, and at the end.
+void defineIndexes(Store& store, const std::function<void(int done, int total)>& done);
+
+}  // namespace QuorHost

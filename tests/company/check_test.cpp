@@ -1,0 +1,99 @@
+// The check finds what is planted, and nothing in a sound company.
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+
+#include "company/company_file.h"
+
+namespace companytest {
+namespace {
+
+using QuorHost::checkCompany;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Check : public BareCompany {
+ protected:
+  void SetUp() override {
+    BareCompany::SetUp();
+    import(*store_, "Cust", "InCustId,Name\n1,Aubé\n2,Baker\n");
+    import(*store_, "Supp", "InSuppId,Name\n1,Acier\n");
+    import(*store_, "GLAcct", "InGLAcctId,GLAcctId\n1100,1100\n4010,4010\n");
+    import(*store_, "InvoiHdr",
+           "InInvoiId,InvoiType,ExCustId,InvoiDate,Balance\n1,1,1,2024-01-01,0.30\n");
+    import(*store_, "InvoiDet", "InInvoiDetId,ExInvoiId,LineAmnt\n1,1,0.30\n");
+    import(*store_, "PmtHdr", "InPmtId,ExCustId,PmtDate,PmtTotAmnt\n2,1,2024-02-01,0.30\n");
+    import(*store_, "PmtDet", "InPmtDetId,ExPmtId,ExInvoiId,PmtAmnt\n1,2,1,0.30\n");
+    import(*store_, "GLDet",
+           "InGLDetId,SeqNo,DetDate,Source,ExAcctId,DetAmnt\n1,5,2024-01-01,INV,1100,0.30\n"
+           "2,5,2024-01-01,INV,4010,-0.10\n3,5,2024-01-01,INV,4010,-0.20\n");
+  }
+
+  /// Changes the file behind the application's back, where nothing watches over references.
+  void tamper(const char* sql) {
+    store_.reset();
+    sqlite3* file = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &file), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(file, sql, nullptr, nullptr, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(file);
+    sqlite3_close(file);
+    store_ = QuorHost::openCompanyFile(path_, QuorHost::Access::Write);
+  }
+};
+
+TEST_F(Check, ASoundCompanyHasNoFindings) { EXPECT_THAT(checkCompany(*store_), IsEmpty()); }
+
+TEST_F(Check, FindsALedgerThatDoesNotBalance) {
+  import(*store_, "GLDet",
+         "InGLDetId,SeqNo,DetDate,Source,ExAcctId,DetAmnt\n4,6,2024-01-01,GJ,1100,0.01\n"
+         "5,7,2024-01-01,GJ,9999,1\n6,7,2024-01-01,GJ,1100,-1\n");
+  EXPECT_THAT(
+      checkCompany(*store_),
+      ElementsAre("Ledger transaction 6 of GLDet does not balance: its lines add up to 0.01",
+                  "Row 5 of GLDet is posted to account 9999, which is missing in GLAcct"));
+}
+
+TEST_F(Check, FindsRowsThatPointAtNothing) {
+  tamper("DELETE FROM InvoiHdr WHERE InInvoiId = 1");
+  EXPECT_THAT(
+      checkCompany(*store_),
+      AllOf(Contains(AllOf(HasSubstr("InvoiDet"), HasSubstr("row 1"))),
+            Contains(AllOf(HasSubstr("PmtDet"), HasSubstr("InvoiHdr"))), testing::SizeIs(2)));
+  tamper("DELETE FROM Cust WHERE InCustId = 1");
+  EXPECT_THAT(checkCompany(*store_),
+              Contains(AllOf(HasSubstr("PmtHdr"), HasSubstr("row 2"), HasSubstr("Cust"))));
+}
+
+TEST_F(Check, FindsPaymentLinesThatMakeNoSense) {
+  import(*store_, "PmtHdr", "InPmtId,ExCustId,PmtDate\n3,2,2024-03-01\n");
+  import(*store_, "PmtDet",
+         "InPmtDetId,ExPmtId,ExInvoiId,ExPmtRefId,PmtAmnt\n2,3,1,,0.10\n3,3,,,5\n4,2,1,3,1\n");
+  import(*store_, "PurcHdr", "InPurcId,PurcType,ExSuppId,PurcDate\n8,51,1,2024-01-01\n");
+  import(*store_, "SuppPmtHdr", "InPmtId,ExSuppId,ChqDate\n9,1,2024-03-01\n");
+  import(*store_, "SuppPmtDet", "InPmtDetId,ExPmtId,ExPurcId,PmtAmnt\n1,9,8,5\n2,9,,1\n");
+  EXPECT_THAT(
+      checkCompany(*store_),
+      ElementsAre(
+          "Row 3 of PmtDet (payment 3) must name either a document or an earlier payment",
+          "Row 4 of PmtDet (payment 2) must name either a document or an earlier payment",
+          "Row 2 of SuppPmtDet (payment 9) must name either a document or an earlier payment",
+          "Row 2 of PmtDet pays document 1 of InvoiHdr, which is another customer's",
+          "Row 1 of SuppPmtDet pays document 8 of PurcHdr, which is an order or a reception"));
+}
+
+TEST_F(Check, ReportsADamagedFile) {
+  store_.reset();
+  std::string bytes = bytesOf(path_);
+  // The payment's date stands in its row and in an index; now they disagree.
+  const std::size_t date = bytes.find("2024-02-01");
+  ASSERT_NE(date, std::string::npos);
+  bytes[date + 9] = '2';
+  std::ofstream(path_, std::ios::binary) << bytes;
+  store_ = QuorHost::openCompanyFile(path_, QuorHost::Access::Read);
+  EXPECT_THAT(checkCompany(*store_), Contains(HasSubstr("PmtHdr")));
+}
+
+}  // namespace
+}  // namespace companytest

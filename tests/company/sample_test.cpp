@@ -1,0 +1,172 @@
+// What holds in the sample company: its books agree with its receivables and payables, and it has
+// what a trading business has.
+#include <gmock/gmock.h>
+
+#include "company/company_file.h"
+
+namespace companytest {
+namespace {
+
+using QuorDataLib::Date;
+using QuorHost::Sql::Dialect;
+using testing::IsEmpty;
+
+class SampleBooks : public testing::TestWithParam<Dialect> {
+ protected:
+  static void SetUpTestSuite() {
+    folder_ = std::make_unique<Folder>();
+    const std::string path = folder_->file("sample");
+    QuorHost::createCompany(path, {.sample = true});
+    store_ = QuorHost::openCompanyFile(path, QuorHost::Access::Read);
+  }
+  static void TearDownTestSuite() {
+    store_.reset();
+    folder_.reset();
+  }
+
+  static std::vector<std::string> query(const std::string& sql,
+                                        const QuorDataLib::Parameters& parameters = {}) {
+    return rows(*store_, sql, GetParam(), parameters);
+  }
+  static std::int64_t count(const std::string& from) {
+    return std::stoll(query("SELECT COUNT(*) FROM " + from).at(0));
+  }
+
+  static inline std::unique_ptr<Folder> folder_;
+  static inline std::shared_ptr<Store> store_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Dialects, SampleBooks, testing::Values(Dialect::Server, Dialect::Desktop),
+                         [](const auto& dialect) {
+                           return dialect.param == Dialect::Server ? "Server" : "Desktop";
+                         });
+
+/// One side of the trade: its balance view and its control accounts, by currency.
+struct Side {
+  std::string view;
+  std::string amount;
+  int sign;
+  std::string accounts[3];
+};
+const Side kSides[] = {{"CustBalance_View", "CustBalance", 1, {"1100", "1110", "1120"}},
+                       {"SuppBalance_View", "SuppBalance", -1, {"2100", "2110", "2120"}}};
+
+std::string signedSum(int sign, const std::string& column) {
+  return (sign < 0 ? "-SUM(" : "SUM(") + column + ")";
+}
+
+TEST_P(SampleBooks, ControlAccountsAgreeWithTheBalancesOnEveryDateInEverySegment) {
+  for (const Side& side : kSides) {
+    const std::string accounts =
+        side.accounts[0] + ", " + side.accounts[1] + ", " + side.accounts[2];
+    for (const Date date : {Date::of(2022, 9, 17), Date::of(2024, 6, 30), Date::of(2025, 3, 31)}) {
+      const auto until = QuorDataLib::Parameters::single(date);
+      const auto ledger =
+          query("SELECT ExSegmentId, " + signedSum(side.sign, "DetAmnt") +
+                    " FROM GLDet WHERE ExAcctId IN (" + accounts +
+                    ") AND DetDate <= ? GROUP BY ExSegmentId HAVING SUM(DetAmnt) <> 0 "
+                    "ORDER BY ExSegmentId",
+                until);
+      EXPECT_THAT(ledger, testing::Not(IsEmpty()));
+      EXPECT_EQ(query("SELECT ExSegmentId, SUM(" + side.amount + "Home) FROM " + side.view +
+                          " WHERE BalanceDate <= ? GROUP BY ExSegmentId HAVING SUM(" + side.amount +
+                          "Home) <> 0 ORDER BY ExSegmentId",
+                      until),
+                ledger)
+          << side.view << " " << date.toText();
+    }
+    for (int currency = 2; currency <= 3; ++currency) {
+      EXPECT_EQ(query("SELECT SUM(" + side.amount + ") FROM " + side.view +
+                      " WHERE ExCurrencyId = " + std::to_string(currency)),
+                query("SELECT " + signedSum(side.sign, "ForeignAmnt") +
+                      " FROM GLDet WHERE ExAcctId = " + side.accounts[currency - 1]));
+    }
+    // What is settled in the party's currency is settled in the books, whatever the rates were.
+    EXPECT_THAT(query("SELECT MIN(BalanceDate) FROM " + side.view + " GROUP BY " +
+                      (side.sign > 0 ? "ExCustId" : "ExSuppId") + " HAVING SUM(" + side.amount +
+                      ") = 0 AND SUM(" + side.amount + "Home) <> 0"),
+                IsEmpty());
+  }
+}
+
+TEST_P(SampleBooks, NothingIsPaidTwiceAndNoCreditIsOverdrawn) {
+  for (const char* const unapplied : {"CustPmtUnappl_View", "SuppPmtUnappl_View"}) {
+    EXPECT_EQ(count(std::string(unapplied) + " WHERE UnapplAmnt < 0"), 0) << unapplied;
+  }
+  const char* const kPaid[] = {
+      "InvoiHdr INNER JOIN InvoiPaidAmntAll_View AS Paid ON Paid.InInvoiId = InvoiHdr.InInvoiId "
+      "WHERE InvoiHdr.InvoiType <> 51",
+      "PurcHdr INNER JOIN PurcPaidAmntAll_View AS Paid ON Paid.InPurcId = PurcHdr.InPurcId "
+      "WHERE PurcHdr.PurcType <> 51"};
+  for (const std::string paid : kPaid) {
+    EXPECT_GT(count(paid + " AND Paid.TotalPaid <> 0"), 0);
+    EXPECT_EQ(count(paid + " AND ((Balance >= 0 AND (TotalPaid < 0 OR TotalPaid > Balance)) OR "
+                           "(Balance < 0 AND (TotalPaid > 0 OR TotalPaid < Balance)))"),
+              0);
+  }
+}
+
+TEST_P(SampleBooks, EveryTransactionBelongsToADocument) {
+  const std::pair<const char*, const char*> kSources[] = {
+      {"InvoiHdr WHERE InvoiType <> 51 AND TotAmnt <> 0", "'INV'"},
+      {"PurcHdr WHERE PurcType < 51 AND TotAmnt <> 0", "'PUR', 'EXP'"},
+      {"PmtHdr", "'PMT'"},
+      {"SuppPmtHdr", "'CHQ'"}};
+  for (const auto& [documents, sources] : kSources) {
+    EXPECT_EQ(count(std::string("(SELECT DISTINCT SeqNo FROM GLDet WHERE Source IN (") + sources +
+                    ")) AS Posted"),
+              count(documents))
+        << documents;
+  }
+}
+
+TEST_P(SampleBooks, ShowWhatATradingBusinessHas) {
+  const char* const kCases[] = {
+      "Cust WHERE ExCurrencyId IS NULL",
+      "Cust WHERE CustInactive <> 0",
+      "Cust WHERE Name LIKE '%É%' OR City LIKE '%é%'",
+      "Cust INNER JOIN Cust AS Twin ON Twin.Name = Cust.Name WHERE Twin.InCustId > Cust.InCustId",
+      "InvoiHdr WHERE ExCurrencyId = 2",
+      "InvoiHdr WHERE ExCurrencyId = 3",
+      "InvoiHdr WHERE InvoiType = 2 AND RecAmnt <> 0 AND Balance <> 0",
+      "InvoiHdr WHERE InvoiType = 3",
+      "InvoiHdr WHERE Balance < 0",
+      "InvoiHdr WHERE NOT ExOrderId IS NULL",
+      "PmtHdr WHERE PmtType = 'REFUND' AND PmtTotAmnt < 0",
+      "PmtHdr WHERE PmtType = 'NSF' AND PmtTotAmnt < 0",
+      "PmtHdr WHERE PmtTotAmnt = 0",
+      "PmtDet WHERE PmtDisc > 0",
+      "PmtDet INNER JOIN InvoiHdr ON InvoiHdr.InInvoiId = PmtDet.ExInvoiId WHERE InvoiType = 51",
+      "CustAgingDet WHERE PaymentCreditApplication = 1",
+      "CustOpenCredits_View",
+      "PurcHdr WHERE PurcCredit <> 0",
+      "PurcHdr WHERE PurcType = 3",
+      "SuppPmtDet WHERE NOT ExPmtRefId IS NULL",
+      "SuppPmtDet WHERE PmtDisc > 0",
+      "SuppOpenCredits_View",
+      "SuppOpenRec_View",
+      "SuppOpenPurcOrd_View",
+      "PurcOpenExpectedRec_View WHERE QtyExpected > 0",
+      "GLDet WHERE ExProjId > 0 AND Source = 'INV' AND ExAcctId = 1310"};
+  for (const char* const each : kCases) EXPECT_GT(count(each), 0) << each;
+  EXPECT_EQ(count("InvoiHdr WHERE InvoiType IN (1, 2, 3)"), 1000);
+}
+
+TEST_P(SampleBooks, CompleteDocumentsAddUp) {
+  EXPECT_EQ(count("InvoiHdr WHERE DetAmnt + ShipAmnt + TaxAmnt <> TotAmnt "
+                  "OR TotAmnt - RecAmnt <> Balance"),
+            0);
+  EXPECT_EQ(count("PurcHdr WHERE DetAmnt + ShipAmnt + TaxAmnt <> TotAmnt "
+                  "OR TotAmnt - PaidAmnt <> Balance"),
+            0);
+  for (const char* const lines :
+       {"InvoiHdr INNER JOIN (SELECT ExInvoiId AS Document, SUM(LineAmnt) AS Total FROM InvoiDet "
+        "GROUP BY ExInvoiId) AS Lines ON Lines.Document = InvoiHdr.InInvoiId",
+        "PurcHdr INNER JOIN (SELECT ExPurcId AS Document, SUM(LineAmnt) AS Total FROM PurcDet "
+        "GROUP BY ExPurcId) AS Lines ON Lines.Document = PurcHdr.InPurcId"}) {
+    EXPECT_EQ(count(std::string(lines) + " WHERE Lines.Total <> DetAmnt"), 0) << lines;
+  }
+}
+
+}  // namespace
+}  // namespace companytest
