@@ -1,0 +1,18 @@
+// How much of a debt lies in which age bucket.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/currency.h"
+
+namespace QuorCli {
+
+/// The share of each amount in the sum of those above zero, in whole per cent; credits have none.
+/// Empty when nothing is above zero.
+[[nodiscard]] std::vector<int> sharesOf(const std::vector<QuorDataLib::Currency>& parts);
+
+/// A bar of eight blocks and the number: "███▌     44%".
+[[nodiscard]] std::string shareBar(int percent);
+
+}  // namespace QuorCli

@@ -1,0 +1,20 @@
+// The commands: each adds itself to the program's command line.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+
+#include "cli/console.h"
+
+namespace QuorCli {
+
+/// The work of the command that was parsed; it returns the exit code. Set by the chosen command.
+using Action = std::function<int(Console&)>;
+
+void addCompany(CLI::App& program, Action& action);
+void addDescribe(CLI::App& program, Action& action);
+void addCall(CLI::App& program, Action& action);
+void addSql(CLI::App& program, Action& action);
+void addAging(CLI::App& program, Action& action);
+
+}  // namespace QuorCli

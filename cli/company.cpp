@@ -1,0 +1,138 @@
+// `company`: making, filling, inspecting and checking a company file.
+#include "host/company/company.h"
+
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/amount_text.h"
+#include "cli/commands.h"
+#include "cli/company_summary.h"
+#include "cli/options.h"
+#include "cli/progress.h"
+#include "host/engines/store.h"
+
+namespace QuorCli {
+namespace {
+
+using QuorHost::Access;
+
+struct CompanyOptions {
+  std::string file;
+  std::string table;
+  std::string csv;
+  bool replace = false;
+  QuorHost::CreateOptions create;
+};
+
+int create(const CompanyOptions& options, Console& console) {
+  {
+    ProgressBar bar(console);
+    const Interruption interruption;
+    QuorHost::createCompany(options.file, options.create,
+                            [&](std::string_view what, std::int64_t done, std::int64_t total) {
+                              Interruption::check();
+                              bar.show(what, done, total);
+                            });
+  }
+  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  printMade(options.file, QuorHost::describeCompany(*store), console);
+  return kDone;
+}
+
+int importRows(const CompanyOptions& options, Console& console) {
+  const bool fromInput = options.csv == "-";
+  std::ifstream file;
+  if (!fromInput) {
+    file.open(options.csv, std::ios::binary);
+    if (!file) throw Failure("the CSV file " + options.csv + " cannot be read");
+  }
+  const auto store = QuorHost::openCompanyFile(options.file, Access::Write);
+  const std::int64_t rows =
+      QuorHost::importCsv(*store, options.table, fromInput ? console.in : file, options.replace);
+  console.out << grouped(rows) << (rows == 1 ? " row" : " rows") << " loaded into " << options.table
+              << '\n';
+  return kDone;
+}
+
+int exportRows(const CompanyOptions& options, Console& console) {
+  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  QuorHost::exportCsv(*store, options.table, console.out);
+  return kDone;
+}
+
+int info(const CompanyOptions& options, Console& console) {
+  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  printInfo(options.file, QuorHost::describeCompany(*store), console);
+  return kDone;
+}
+
+int check(const CompanyOptions& options, Console& console) {
+  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  const std::vector<std::string> findings = QuorHost::checkCompany(*store);
+  for (const std::string& finding : findings) console.out << finding << '\n';
+  if (findings.empty()) {
+    console.out << options.file << ": the file is sound and the books are in balance\n";
+    return kDone;
+  }
+  console.out.flush();
+  console.err << "quoracc: " << options.file << ": " << grouped(findings.size())
+              << (findings.size() == 1 ? " finding" : " findings") << '\n';
+  return kFailed;
+}
+
+}  // namespace
+
+void addCompany(CLI::App& program, Action& action) {
+  const auto options = std::make_shared<CompanyOptions>();
+  CLI::App& company =
+      *program.add_subcommand("company", "Make, fill, inspect and check company files");
+  company.require_subcommand(1);
+
+  const auto add = [&](const std::string& name, const std::string& help,
+                       int (*work)(const CompanyOptions&, Console&)) {
+    CLI::App* const command = company.add_subcommand(name, help);
+    command->add_option("FILE", options->file, "The company file")->option_text(" ")->required();
+    command->callback([&action, options, work] {
+      action = [options, work](Console& console) { return work(*options, console); };
+    });
+    return command;
+  };
+
+  CLI::App* const creating = add("create", "Make a company file", create);
+  creating->add_flag("--sample", options->create.sample, "Fill it with a sample trading company");
+  creating
+      ->add_option("--scale", options->create.scale,
+                   "Size of the sample, in thousands of customer invoices [1]")
+      ->type_name("N")
+      ->check(wholeNumber(1, QuorHost::kLargestScale));
+  creating
+      ->add_option("--seed", options->create.seed,
+                   "The same scale and seed make the same bytes [1]")
+      ->type_name("N")
+      ->check(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()));
+  creating->add_flag("--force", options->create.force, "Replace an existing file");
+
+  CLI::App* const importing = add("import", "Load a CSV file into a table", importRows);
+  importing->add_option("TABLE", options->table, "The table")->option_text(" ")->required();
+  importing->add_option("CSV", options->csv, "The CSV file; - is standard input")
+      ->option_text(" ")
+      ->required();
+  importing->add_flag("--replace", options->replace, "Remove the table's rows first");
+  importing->footer(
+      "UTF-8 with a header row that names columns of the table; an empty field is null, dates are\n"
+      "YYYY-MM-DD[ HH:MM:SS]. Either every row is loaded or none.");
+
+  CLI::App* const exporting = add("export", "Write a table or view as CSV", exportRows);
+  exporting->add_option("TABLE_OR_VIEW", options->table, "The table or view")
+      ->option_text(" ")
+      ->required();
+
+  add("info", "Show engine, size, tables and views with their rows", info);
+  add("check", "Check the file and the books; exit 1 when something is wrong", check);
+}
+
+}  // namespace QuorCli
