@@ -18,8 +18,9 @@ constexpr int kInParentheses = 1;
 constexpr int kInSign = 1;
 constexpr int kInRightOperand = 2;
 constexpr int kInBetween = 4;
-constexpr int kInList = 5;
-constexpr int kInCase = 6;
+constexpr int kInWhen = 4;
+constexpr int kInThen = 6;
+constexpr int kInElse = 4;
 constexpr int kInSubSelect = 4;
 
 /// Longer chains of AND and OR are written in halves, each in parentheses: a flat one is as deep as
@@ -198,14 +199,7 @@ void ExpressionWriter::writeIn(const Expression& in) {
     const SqlText::Held held(sql_, kInRightOperand);
     return writeSubSelect(*in.query);
   }
-  const SqlText::Held held(sql_, kInList);
-  const char* separator = "(";
-  for (const Expression* const item : in.args.subspan(1)) {
-    sql_.add(separator);
-    write(*item);
-    separator = ", ";
-  }
-  sql_.add(")");
+  writeList(in.args.subspan(1));
 }
 
 void ExpressionWriter::writeLike(const Expression& like) {
@@ -214,19 +208,18 @@ void ExpressionWriter::writeLike(const Expression& like) {
 }
 
 void ExpressionWriter::writeCase(const Expression& choice) {
-  const SqlText::Held held(sql_, kInCase);
+  const auto part = [&](std::string_view word, const Expression& value, int entries) {
+    const SqlText::Held held(sql_, entries);
+    sql_.add(word);
+    write(value);
+  };
   sql_.add("CASE");
   const std::size_t pairs = choice.args.size() / 2;
   for (std::size_t i = 0; i < pairs; ++i) {
-    sql_.add(" WHEN ");
-    write(*choice.args[2 * i]);
-    sql_.add(" THEN ");
-    write(*choice.args[2 * i + 1]);
+    part(" WHEN ", *choice.args[2 * i], kInWhen);
+    part(" THEN ", *choice.args[2 * i + 1], kInThen);
   }
-  if (choice.args.size() % 2 != 0) {
-    sql_.add(" ELSE ");
-    write(*choice.args.back());
-  }
+  if (choice.args.size() % 2 != 0) part(" ELSE ", *choice.args.back(), kInElse);
   sql_.add(" END");
 }
 

@@ -36,6 +36,9 @@ class ExpressionWriter {
   void writeRounding(const Expression& call);
   void writeAggregate(const Expression& aggregate);
   void writeConvert(const Expression& conversion);
+  /// Expressions with commas between them, after the parenthesis that opens the list; `more` is
+  /// added to them.
+  void writeList(std::span<const Expression* const> items, std::string_view more = {});
   void writeCast(const Expression& value, std::string_view type);
   void writeWholeNumber(const Expression& conversion);
   void writeSubSelect(const Sql::Tree::Query& query);

@@ -1,0 +1,73 @@
+# What people type. Every target first sees to the packages it needs (scripts/bootstrap); with
+# BOOTSTRAP= on the command line that step is left out.
+
+BOOTSTRAP ?= scripts/bootstrap
+JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
+# Thousands of customer invoices of the companies that are measured: "make bench BENCH_SCALES='10 100 1000'".
+BENCH_SCALES ?= 10 100
+# How long each fuzz target runs.
+FUZZ_SECONDS ?= 30
+# Lint only what has changed since this revision; empty for everything.
+SINCE ?=
+
+QUORACC := build/release/bin/quoracc
+DEMO := build/demo/company.db
+
+.DEFAULT_GOAL := help
+.PHONY: help demo build test bench format lint clang sanitize fuzz install clean packages tools
+
+help: ## this list
+	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 12
+
+demo: build ## build, make a sample company, print its aged receivables
+	@mkdir -p $(dir $(DEMO))
+	@test $(DEMO) -nt $(QUORACC) || $(QUORACC) company create $(DEMO) --sample --force
+	$(QUORACC) aging customers --company $(DEMO)
+
+build: packages build/release/build.ninja ## the release build: build/release/bin/quoracc
+	@cmake --build --preset release -j $(JOBS) --target product
+
+test: packages build/release/build.ninja ## the release build with its tests, and run them
+	@cmake --build --preset release -j $(JOBS)
+	@ctest --preset release -j $(JOBS)
+
+bench: packages build/release/build.ninja ## measure against the engine used by hand (BENCH_SCALES, BENCH_FILTER)
+	@cmake --build --preset release -j $(JOBS) --target quoracc_bench
+	@build/release/bin/quoracc_bench --companies=build/bench --scales="$(BENCH_SCALES)" \
+	  $(if $(BENCH_FILTER),--benchmark_filter="$(BENCH_FILTER)")
+
+format: tools ## lay out all sources
+	@scripts/sources | xargs clang-format-19 -i
+
+lint: clang ## layout, layers, and clang-tidy over all sources (or SINCE=revision)
+	@scripts/lint build/clang $(JOBS) $(SINCE)
+
+clang: tools build/clang/build.ninja ## everything once more with Clang's warnings
+	@cmake --build --preset clang -j $(JOBS)
+
+sanitize: packages build/debug/build.ninja ## the tests under address and undefined-behaviour sanitizers
+	@cmake --build --preset debug -j $(JOBS)
+	@ctest --preset debug -j $(JOBS)
+
+fuzz: tools build/fuzz/build.ninja ## run each fuzz target for FUZZ_SECONDS
+	@cmake --build --preset fuzz -j $(JOBS)
+	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
+
+install: build ## install program, libraries, headers and CMake package under PREFIX
+	@cmake --install build/release --prefix "$(PREFIX)"
+
+clean: ## remove everything that was built
+	rm -rf build
+
+packages:
+	@$(BOOTSTRAP)
+
+tools:
+	@$(if $(BOOTSTRAP),$(BOOTSTRAP) tools)
+
+build/%/build.ninja: CMakePresets.json | packages
+	@mkdir -p build && cmake --preset $* >build/$*.log 2>&1 || { cat build/$*.log >&2; exit 1; }
+	@touch $@
+
+build/fuzz/build.ninja build/clang/build.ninja: | tools
