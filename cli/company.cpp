@@ -79,7 +79,8 @@ int check(const CompanyOptions& options, Console& console) {
     return kDone;
   }
   console.out.flush();
-  console.err << "quoracc: " << options.file << ": " << grouped(findings.size())
+  console.err << "quoracc: " << options.file << ": "
+              << grouped(static_cast<std::int64_t>(findings.size()))
               << (findings.size() == 1 ? " finding" : " findings") << '\n';
   return kFailed;
 }

@@ -1,6 +1,7 @@
 // Where a command reads and writes, and what kind of place that is.
 #pragma once
 
+#include <cstdint>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
@@ -11,7 +12,7 @@
 namespace QuorCli {
 
 /// What the program answers to the shell.
-enum ExitCode : int { kDone = 0, kFailed = 1, kWrongUse = 2 };
+enum ExitCode : std::uint8_t { kDone = 0, kFailed = 1, kWrongUse = 2 };
 
 /// The command line itself is wrong: exit 2, with the message on standard error.
 class UsageError : public std::runtime_error {

@@ -28,6 +28,7 @@ struct Entry {
 
 Entry everythingOf(const ClassInfo& info) {
   Entry entry{&info, {}};
+  entry.members.reserve(info.members.size());
   for (const Member& member : info.members) entry.members.push_back(&member);
   return entry;
 }
@@ -46,6 +47,7 @@ std::vector<Entry> entriesOf(const std::string& path) {
   if (dot != std::string::npos) {
     const std::string name = path.substr(dot + 1);
     std::vector<std::string_view> names;
+    names.reserve(entry.members.size());
     for (const Member* const member : entry.members) names.push_back(member->name);
     std::erase_if(entry.members, [&](const Member* m) { return !sameName(m->name, name); });
     if (entry.members.empty()) {

@@ -19,7 +19,7 @@ void forEachCharacter(std::string_view text, Visit visit) {
   for (std::int32_t next = 0; next < size;) {
     const std::int32_t start = next;
     UChar32 character = 0;
-    U8_NEXT(text.data(), next, size, character);
+    U8_NEXT(text.data(), next, size, character);  // NOLINT(bugprone-inc-dec-in-conditions): a macro
     visit(character,
           text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(next - start)));
   }

@@ -15,7 +15,6 @@ using QuorAccQueries::Argument;
 using QuorAccQueries::ClassInfo;
 using QuorAccQueries::ComponentObject;
 using QuorAccQueries::Member;
-using QuorDataLib::Ref;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 
@@ -38,6 +37,7 @@ std::size_t indexOf(const Target& target, std::string_view name) {
 
 std::vector<Value> emptyValues(const Member& member) {
   std::vector<Value> values;
+  values.reserve(member.arguments.size());
   for (const Argument& argument : member.arguments) {
     values.push_back(emptyValue(argument.type.type));
   }

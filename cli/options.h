@@ -42,16 +42,17 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, T& value,
                        std::vector<std::pair<std::string, T>> words, const std::string& help) {
   std::string list;
   for (const auto& [word, meaning] : words) list += (list.empty() ? "" : "|") + word;
-  const auto choose = [&value, words = std::move(words), name, list](const std::string& given) {
+  const CLI::callback_t choose = [&value, words = std::move(words), name,
+                                  list](const CLI::results_t& given) {
     for (const auto& [word, meaning] : words) {
-      if (word == given) {
+      if (word == given.front()) {
         value = meaning;
-        return;
+        return true;
       }
     }
-    throw CLI::ValidationError(name, "'" + given + "' is none of " + list);
+    throw CLI::ValidationError(name, "'" + given.front() + "' is none of " + list);
   };
-  return command.add_option_function<std::string>(name, choose, help)->type_name(list);
+  return command.add_option(name, choose, help)->type_name(list);
 }
 
 /// A check for options that take a whole number from `least` to `most`.

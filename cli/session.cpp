@@ -23,7 +23,7 @@ Session::Session(const RunOptions& options, Access access, Console& console)
   host.onError = options.onError;
   host.trace = openTrace(options, console);
   try {
-    host_.emplace(std::move(host));
+    host_ = std::make_unique<QuorHost::Host>(std::move(host));
   } catch (const Error& error) {
     if (error.is(ErrorNumber::InvalidArgument)) throw UsageError(error.description());
     throw;

@@ -3,7 +3,6 @@
 
 #include <fstream>
 #include <memory>
-#include <optional>
 
 #include "cli/console.h"
 #include "cli/options.h"
@@ -23,8 +22,6 @@ class Session {
   /// default one with `--default-connection`.
   [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Connection> connection() const;
 
-  [[nodiscard]] const QuorHost::Host& host() const { return *host_; }
-
   /// The company, or null in a dry run.
   [[nodiscard]] const std::shared_ptr<QuorHost::Store>& store() const { return store_; }
 
@@ -38,7 +35,7 @@ class Session {
   std::string traceName_;
   std::ofstream traceFile_;
   std::shared_ptr<QuorHost::Store> store_;
-  std::optional<QuorHost::Host> host_;
+  std::unique_ptr<QuorHost::Host> host_;
 };
 
 /// How a company file is opened for work that may or may not write: for writing where the user may

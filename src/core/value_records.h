@@ -35,6 +35,9 @@ class LastPayment : public ComponentObject {
   void SetLastPmtType(const std::string& Value);
 
  private:
+  friend Record;
+  LastPayment() = default;
+
   Date date_;
   Currency amount_;
   std::int32_t code_ = 0;

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "tests/cli/temporary_path.h"
+
 namespace {
 
 struct Ended {
@@ -16,8 +18,8 @@ struct Ended {
 
 /// Runs a line of shell, in which `$Q` is the program and `$F` the company file of the tests.
 Ended shell(const std::string& line) {
-  const std::string script = "Q='" QUORACC_PROGRAM "'; F='" + testing::TempDir() +
-                             "quoracc-cli-binary'; set -o pipefail; " + line;
+  const std::string script =
+      "Q='" QUORACC_PROGRAM "'; F='" + temporaryPath("binary") + "'; set -o pipefail; " + line;
   ::setenv("SCRIPT", script.c_str(), 1);  // NOLINT(concurrency-mt-unsafe): one thread
   FILE* const pipe = ::popen("bash -c \"$SCRIPT\"", "r");  // NOLINT(cert-env33-c): a fixed command
   Ended ended;

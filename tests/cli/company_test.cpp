@@ -13,6 +13,7 @@
 
 #include "platform/currency.h"
 #include "tests/cli/run_program.h"
+#include "tests/cli/temporary_path.h"
 
 namespace QuorCli {
 namespace {
@@ -71,7 +72,7 @@ class CompanyCommands : public testing::Test {
   }
   static void TearDownTestSuite() { std::filesystem::remove(file()); }
 
-  static std::string file() { return testing::TempDir() + "quoracc-cli-company"; }
+  static std::string file() { return temporaryPath("company"); }
 
   static void load(const std::string& table, const std::string& csv) {
     const Outcome outcome = runProgram({"company", "import", file(), table, "-"}, csv);
@@ -158,7 +159,7 @@ TEST_F(CompanyCommands, callsGoThroughTheConnectionAsked) {
   cached.emplace_back("--cache");
   EXPECT_EQ(output(cached), output(call));
 
-  const std::string trace = testing::TempDir() + "quoracc-cli-trace";
+  const std::string trace = temporaryPath("trace");
   output({"call", "CCustomerQueries.OpenCustOpenCredits", "CustomerId=1", "--trace", trace});
   std::ifstream lines(trace);
   std::string line;
@@ -229,7 +230,7 @@ TEST_F(CompanyCommands, sqlWritesOnlyWhenAskedTo) {
 TEST_F(CompanyCommands, exportsWhatImportTakesBack) {
   const Outcome exported = runProgram({"company", "export", file(), "Cust"});
   ASSERT_EQ(exported.code, kDone);
-  const std::string copy = testing::TempDir() + "quoracc-cli-copy";
+  const std::string copy = temporaryPath("copy");
   ASSERT_EQ(runProgram({"company", "create", copy, "--force"}).code, kDone);
   for (int time = 0; time < 2; ++time) {
     EXPECT_THAT(runProgram({"company", "import", copy, "Cust", "-", "--replace"}, exported.out).out,
@@ -277,7 +278,7 @@ std::map<std::string, Currency> agedBalances(const std::string& side, const std:
 }
 
 TEST(SampleCompany, agingAddsUpToTheBalances) {
-  const std::string file = testing::TempDir() + "quoracc-cli-sample";
+  const std::string file = temporaryPath("sample");
   ASSERT_EQ(runProgram({"company", "create", file, "--sample", "--force"}).code, kDone);
   for (const auto& [side, view, column] :
        {std::array<std::string, 3>{"customers", "CustBalance_View", "CustBalance"},

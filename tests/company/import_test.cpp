@@ -6,7 +6,6 @@
 namespace companytest {
 namespace {
 
-using testing::AllOf;
 using testing::HasSubstr;
 
 struct BadCsv {
@@ -71,6 +70,10 @@ TEST_F(BadImport, RowsThatTheTableCannotHold) {
                  "InvoiType,ExCustId,InvoiDate\n1,1,2024-01-01\n1,1,\n",
                  {"Line 3", "column InvoiDate", "a value is missing"}});
   expectRefused({"InvoiHdr", "InvoiType,ExCustId\n1,1\n", {"Line 2", "InvoiDate"}});
+  import(*store_, "InvoiHdr", "InvoiType,ExCustId,InvoiDate\n1,1,2024-01-01\n");
+  EXPECT_THAT(failure([&] { import(*store_, "Cust", "InCustId\n2\n", true); }),
+              HasSubstr("rows of Cust cannot be replaced"));
+  EXPECT_EQ(rows(*store_, "SELECT InCustId FROM Cust"), std::vector<std::string>{"1"});
 }
 
 TEST_F(BadImport, TextThatIsNoCsvOrNoText) {

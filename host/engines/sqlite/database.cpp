@@ -9,10 +9,6 @@
 namespace QuorHost::Sqlite {
 namespace {
 
-/// Rows of an index that the planner's figures are taken from: enough for the choice of an index,
-/// and a moment's work for any size of table.
-constexpr std::string_view kAnalysisLimit = "PRAGMA analysis_limit=1000";
-
 /// Forces what was written so far onto the disk.
 void sync(sqlite3* handle) {
   sqlite3_file* file = nullptr;
@@ -71,8 +67,6 @@ void Database::loosen() {
 
 void Database::seal() {
   if (sealed_) return;
-  run(kAnalysisLimit);
-  run("ANALYZE");
   run("PRAGMA synchronous=FULL");
   // On a disk that cannot keep such a log the file stays with a journal, and is used with that.
   run("PRAGMA journal_mode=WAL");

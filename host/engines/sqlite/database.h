@@ -62,9 +62,9 @@ class Database {
   /// the change, and none keeps an old view of the file open, over which nothing can be written.
   void prepareForChange() noexcept;
 
-  /// A bulk store's way between its two states: loose while it is being filled, and sealed: in the
-  /// journal mode in which it will be used, with figures for the query planner, on the disk. Other
-  /// stores are always sealed.
+  /// A bulk store's way between its two states: loose while it is being filled, and sealed, which
+  /// is in the journal mode in which it will be used, and on the disk. Other stores are always
+  /// sealed.
   void loosen();
   void seal();
 

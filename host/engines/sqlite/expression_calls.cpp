@@ -9,23 +9,37 @@ using Sql::Function;
 using Sql::Type;
 using Sql::Tree::Expression;
 
-// Entries on the parser's stack within the arguments of a call.
-constexpr int kInCall = 5;
+// Entries on the parser's stack within the items of a list.
+constexpr int kInFirstItem = 3;
+constexpr int kInItem = 5;
 
 }  // namespace
 
-void ExpressionWriter::writeFunction(std::string_view name, std::span<const Expression* const> args,
-                                     std::string_view more) {
-  const SqlText::Held held(sql_, kInCall);
-  sql_.add(name);
-  const char* separator = "(";
-  for (const Expression* const arg : args) {
+void ExpressionWriter::writeList(std::span<const Expression* const> items, std::string_view more) {
+  std::string_view separator = "(";
+  for (const Expression* const item : items) {
+    const SqlText::Held held(sql_, item == items.front() ? kInFirstItem : kInItem);
     sql_.add(separator);
-    write(*arg);
+    write(*item);
     separator = ", ";
   }
   if (!more.empty()) sql_.add(separator).add(more);
-  sql_.add(args.empty() && more.empty() ? "()" : ")");
+  sql_.add(items.empty() && more.empty() ? "()" : ")");
+}
+
+void ExpressionWriter::writeFunction(std::string_view name, std::span<const Expression* const> args,
+                                     std::string_view more) {
+  sql_.add(name);
+  writeList(args, more);
+}
+
+void ExpressionWriter::writeWithin(std::string_view before, std::string_view name,
+                                   std::span<const Expression* const> args, std::string_view more,
+                                   std::string_view after) {
+  const SqlText::Held held(sql_, kInFirstItem);
+  sql_.add(before);
+  writeFunction(name, args, more);
+  sql_.add(after);
 }
 
 void ExpressionWriter::writeCall(const Expression& call) {
@@ -47,22 +61,13 @@ void ExpressionWriter::writeCall(const Expression& call) {
       sql_.add("quor_date_text(datetime('now', 'localtime'))");
       return;
     case Function::IsNumeric:
-      sql_.add("coalesce(");
-      writeFunction(callName(call.function), call.args);
-      sql_.add(", 0)");
-      return;
+      return writeWithin("coalesce(", callName(call.function), call.args, {}, ", 0)");
     case Function::LengthTrimmed:
-      sql_.add("length(");
-      writeFunction("rtrim", call.args);
-      sql_.add(")");
-      return;
+      return writeWithin("length(", "rtrim", call.args, {}, ")");
     case Function::Year:
     case Function::Month:
     case Function::Day:
-      sql_.add("CAST(");
-      writeFunction("substr", call.args, datePart(call.function));
-      sql_.add(" AS INTEGER)");
-      return;
+      return writeWithin("CAST(", "substr", call.args, datePart(call.function), " AS INTEGER)");
     default:
       return writeFunction(callName(call.function), call.args);
   }
@@ -72,7 +77,7 @@ void ExpressionWriter::writeCall(const Expression& call) {
 /// mode).
 void ExpressionWriter::writeRounding(const Expression& call) {
   const Expression& value = *call.args[0];
-  const SqlText::Held held(sql_, kInCall);
+  const SqlText::Held held(sql_, kInItem);
   sql_.add(call.type == Type::Double ? "quor_round(" : "quor_round_units(");
   write(value);
   if (call.type != Type::Double) sql_.add(call.type == Type::Currency ? ", 4" : ", 0");
@@ -86,7 +91,7 @@ void ExpressionWriter::writeRounding(const Expression& call) {
 }
 
 void ExpressionWriter::writeAggregate(const Expression& aggregate) {
-  const SqlText::Held held(sql_, kInCall);
+  const SqlText::Held held(sql_, kInItem);
   const auto write = [&](std::string_view name) {
     sql_.add(name).add(aggregate.distinct ? "(DISTINCT " : "(");
     if (aggregate.args.empty()) {
@@ -142,10 +147,7 @@ void ExpressionWriter::writeConvert(const Expression& conversion) {
       return writeCast(value, "REAL");
     case Type::Currency:
       if (from != Type::Date) return writeFunction("quor_money", value);
-      sql_.add("quor_money(");
-      writeFunction("quor_serial", value);
-      sql_.add(")");
-      return;
+      return writeWithin("quor_money(", "quor_serial", conversion.args, {}, ")");
     case Type::Date:
       return writeFunction("quor_date_text", value);
     case Type::Text:
@@ -158,7 +160,7 @@ void ExpressionWriter::writeConvert(const Expression& conversion) {
 }
 
 void ExpressionWriter::writeCast(const Expression& value, std::string_view type) {
-  const SqlText::Held held(sql_, kInCall);
+  const SqlText::Held held(sql_, kInItem);
   sql_.add("CAST(");
   write(value);
   sql_.add(" AS ").add(type).add(")");
@@ -169,7 +171,7 @@ void ExpressionWriter::writeWholeNumber(const Expression& conversion) {
   const Expression& value = *conversion.args[0];
   const bool cut = conversion.rounding == Sql::Rounding::TowardsZero;
   sql_.add(conversion.type == Type::Long ? "quor_long(" : "quor_integer(");
-  const SqlText::Held held(sql_, kInCall);
+  const SqlText::Held held(sql_, kInItem);
   if (value.type == Type::Date) {
     writeFunction("quor_serial", value);
   } else if (value.type == Type::Currency && cut) {

@@ -36,18 +36,22 @@ class ExpressionWriter {
   void writeRounding(const Expression& call);
   void writeAggregate(const Expression& aggregate);
   void writeConvert(const Expression& conversion);
-  /// Expressions with commas between them, after the parenthesis that opens the list; `more` is
-  /// added to them.
+  /// `(item, item, ...)`, with `more` as further items.
   void writeList(std::span<const Expression* const> items, std::string_view more = {});
   void writeCast(const Expression& value, std::string_view type);
   void writeWholeNumber(const Expression& conversion);
   void writeSubSelect(const Sql::Tree::Query& query);
   void writeInfix(const Expression& left, std::string_view op, const Expression& right,
                   Level level);
-  /// `name(args)`, with `more` as further arguments.
+  /// The name of a function and the list of its arguments.
   void writeFunction(std::string_view name, std::span<const Expression* const> args,
                      std::string_view more = {});
   void writeFunction(std::string_view name, const Expression& arg, std::string_view more = {});
+
+  /// The same as the first argument of another function.
+  void writeWithin(std::string_view before, std::string_view name,
+                   std::span<const Expression* const> args, std::string_view more,
+                   std::string_view after);
 
   SqlText& sql_;
 };
