@@ -40,7 +40,7 @@ bench: packages build/release/build.ninja ## measure against the engine used by 
 format: tools ## lay out all sources
 	@scripts/sources | xargs clang-format-19 -i
 
-lint: clang ## layout, layers, and clang-tidy over all sources (or SINCE=revision)
+lint: tools build/clang/build.ninja ## layout, layers, and clang-tidy (with Clang's warnings) over all sources (or SINCE=revision)
 	@scripts/lint build/clang $(JOBS) $(SINCE)
 
 clang: tools build/clang/build.ninja ## everything once more with Clang's warnings

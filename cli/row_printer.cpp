@@ -24,6 +24,7 @@ void printRows(QuorDataLib::Recordset& rows, std::optional<std::int64_t> limit,
                std::span<const NamedValue> outputs, RowPrinter& printer) {
   const std::int32_t count = rows.FieldCount();
   std::vector<ColumnHead> columns;
+  columns.reserve(static_cast<std::size_t>(count));
   for (std::int32_t index = 0; index < count; ++index) {
     columns.push_back({rows.FieldName(index), rows.FieldType(index)});
   }

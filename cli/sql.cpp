@@ -30,6 +30,7 @@ struct SqlOptions {
 Parameters markerValues(const std::vector<std::string>& texts) {
   if (texts.empty()) return {};
   std::vector<Value> values;
+  values.reserve(texts.size());
   for (const std::string& text : texts) values.emplace_back(plainArgument(text));
   return Parameters::array(std::move(values));
 }

@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 namespace QuorCli {
 
@@ -27,7 +27,7 @@ std::streamsize DescriptorBuffer::xsputn(const char* text, std::streamsize size)
   if (size > epptr() - pptr()) {
     writeOut(text, static_cast<std::size_t>(size));
   } else {
-    std::memcpy(pptr(), text, static_cast<std::size_t>(size));
+    std::copy_n(text, size, pptr());
     pbump(static_cast<int>(size));
   }
   return size;

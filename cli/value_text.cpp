@@ -24,8 +24,9 @@ using QuorDataLib::ValueType;
 template <class T>
 std::optional<Value> parseNumber(std::string_view text) {
   T number{};
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  const auto [stop, error] = std::from_chars(begin, end, number);
   if (error != std::errc() || stop != end) return std::nullopt;
   if constexpr (std::floating_point<T>) {
     if (!std::isfinite(number)) return std::nullopt;
@@ -50,9 +51,11 @@ std::optional<Value> parseAmount(std::string_view text) {
   if (!looksLikeAmount(text)) return std::nullopt;
   try {
     if (const auto amount = Currency::parse(text)) return Value(*amount);
-  } catch (const Error&) {  // too large for the type: as much a bad value as letters are
+    return std::nullopt;
+  } catch (const Error&) {
+    // Too large for the type: as much a bad value as letters are.
+    return std::nullopt;
   }
-  return std::nullopt;
 }
 
 template <class T>

@@ -20,7 +20,8 @@ class RowWriter {
 
   /// Adds a row: one value for each column the writer was made for, converted to the column's type;
   /// Null and Empty are stored as null. Raises the conversion's error, naming the column, or a
-  /// refused statement with the engine's reason (a duplicate key, a missing value, a text too long).
+  /// refused statement with the engine's reason (a duplicate key, a missing value, a text too
+  /// long).
   virtual void add(std::span<const QuorDataLib::Value> values) = 0;
 };
 
@@ -88,9 +89,9 @@ inline constexpr int kNewestSchemaVersion = 1;
 /// unreadable, truncated, locked or foreign file, and for one of a newer schema version.
 [[nodiscard]] std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access);
 
-/// Makes an empty database at `path`, which must not exist: raises 75 when it does, or when the file
-/// cannot be made. The file of a bulk store is whole and on the disk after a commit, and when the
-/// store has been closed; before that, only this store can use it.
+/// Makes an empty database at `path`, which must not exist: raises 75 when it does, or when the
+/// file cannot be made. The file of a bulk store is whole and on the disk after a commit, and when
+/// the store has been closed; before that, only this store can use it.
 [[nodiscard]] std::shared_ptr<Store> createCompanyFile(const std::string& path,
                                                        Durability durability);
 

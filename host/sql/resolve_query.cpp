@@ -41,8 +41,8 @@ Query* Resolver::resolveUnion(const Syntax::Query& query, const Scope* outer) {
   Query whole;
   std::vector<Tree::Branch> branches;
   for (const Syntax::Branch& syntax : query.branches) {
-    const Tree::Branch branch = resolveBranch(syntax, outer);
-    const std::span<OutputColumn> columns = columnsOf(branch);
+    std::span<OutputColumn> columns;
+    const Tree::Branch branch = resolveBranch(syntax, outer, columns);
     const std::string_view word =
         syntax.select != nullptr ? syntax.select->word : syntax.query->word;
     if (branches.empty()) whole.columns = columns;
@@ -73,24 +73,17 @@ Query* Resolver::resolveUnion(const Syntax::Query& query, const Scope* outer) {
   return arena_.make(whole);
 }
 
-Tree::Branch Resolver::resolveBranch(const Syntax::Branch& branch, const Scope* outer) {
+Tree::Branch Resolver::resolveBranch(const Syntax::Branch& branch, const Scope* outer,
+                                     std::span<OutputColumn>& columns) {
   if (branch.query != nullptr) {
-    return {.query = resolveQuery(*branch.query, outer, Place::Inner), .all = branch.all};
+    Query* const query = resolveQuery(*branch.query, outer, Place::Inner);
+    columns = arena_.list(std::span<const OutputColumn>(query->columns));
+    return {.query = query, .all = branch.all};
   }
-  Query columns;
-  return {.select = resolveSelect(*branch.select, outer, {}, columns), .all = branch.all};
-}
-
-std::span<OutputColumn> Resolver::columnsOf(const Tree::Branch& branch) {
-  std::vector<OutputColumn> columns;
-  if (branch.query != nullptr) {
-    columns.assign(branch.query->columns.begin(), branch.query->columns.end());
-  } else {
-    for (const Tree::Output& output : branch.select->outputs) {
-      columns.push_back({output.name, output.value->type});
-    }
-  }
-  return arena_.list(columns);
+  Query only;
+  Tree::Select* const select = resolveSelect(*branch.select, outer, {}, only);
+  columns = only.columns;
+  return {.select = select, .all = branch.all};
 }
 
 void Resolver::convertColumn(Tree::Branch& branch, std::size_t column, Type to) {

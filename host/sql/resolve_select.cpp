@@ -10,6 +10,7 @@ namespace {
 
 using Tree::Expression;
 using Tree::Output;
+using Tree::OutputColumn;
 using Tree::Query;
 using Tree::Select;
 using Tree::SortKey;
@@ -20,6 +21,13 @@ constexpr int kFirstExpressionNumber = 1000;
 bool holdsColumn(const Expression& value) {
   return value.kind == Kind::Column ||
          std::ranges::any_of(value.args, [](const Expression* arg) { return holdsColumn(*arg); });
+}
+
+std::vector<OutputColumn> columnsOf(const std::vector<Output>& outputs) {
+  std::vector<OutputColumn> columns;
+  columns.reserve(outputs.size());
+  for (const Output& output : outputs) columns.push_back({output.name, output.value->type});
+  return columns;
 }
 
 }  // namespace
@@ -42,7 +50,7 @@ Select* Resolver::resolveSelect(const Syntax::Select& syntax, const Scope* outer
   if (rules_.aliasesAreVisible) scope.aliases = syntax.items;
   resolveOutputs(syntax, scope, outputs);
   select.outputs = arena_.list(outputs);
-  query.columns = columnsOf({.select = &select});
+  query.columns = arena_.list(columnsOf(outputs));
 
   std::vector<SortKey> keys;
   for (const Syntax::OrderItem& item : orderBy) {

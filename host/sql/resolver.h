@@ -59,7 +59,8 @@ class Resolver {
   // Queries.
   Tree::Query* resolveQuery(const Syntax::Query& query, const Scope* outer, Place place);
   Tree::Query* resolveUnion(const Syntax::Query& query, const Scope* outer);
-  Tree::Branch resolveBranch(const Syntax::Branch& branch, const Scope* outer);
+  Tree::Branch resolveBranch(const Syntax::Branch& branch, const Scope* outer,
+                             std::span<Tree::OutputColumn>& columns);
   std::span<Tree::SortKey> resolveUnionOrder(const Syntax::Query& query,
                                              std::span<const Tree::OutputColumn> columns);
   std::optional<std::uint32_t> outputNumber(const Syntax::Expression& key, std::size_t count) const;
@@ -67,7 +68,6 @@ class Resolver {
                                            std::span<const Tree::OutputColumn> columns,
                                            std::span<const Tree::Output> outputs) const;
   Tree::SortKey sortKey(std::uint32_t output, Type type, bool descending) const;
-  std::span<Tree::OutputColumn> columnsOf(const Tree::Branch& branch);
   void convertColumn(Tree::Query& query, std::size_t column, Type to);
   void convertColumn(Tree::Branch& branch, std::size_t column, Type to);
   void requireNames(const Tree::Query& query, std::string_view owner, std::string_view word) const;

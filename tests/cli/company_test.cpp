@@ -186,14 +186,10 @@ TEST_F(CompanyCommands, errorsOfTheComponentNameTheirPlace) {
 }
 
 TEST_F(CompanyCommands, sqlReadsInTheDialectOfTheEngine) {
-  const std::vector<std::string> query{
-      "sql",
+  const std::string text =
       "SELECT InvoiId, Balance, InvoiDate FROM InvoiHdr WHERE InvoiDate >= ? AND ExCustId = ? "
-      "ORDER BY InInvoiId",
-      "2025-12-01",
-      "1",
-      "--format",
-      "json"};
+      "ORDER BY InInvoiId";
+  const std::vector<std::string> query{"sql", text, "2025-12-01", "1", "--format", "json"};
   const json rows = json::parse(output(query));
   EXPECT_EQ(rows["columns"].dump(), R"([{"name":"InvoiId","type":"text"},)"
                                     R"({"name":"Balance","type":"currency"},)"
@@ -277,6 +273,12 @@ std::map<std::string, Currency> agedBalances(const std::string& side, const std:
   return balances;
 }
 
+std::string totalsByCurrency(const std::string& view, const std::string& column) {
+  return "SELECT WorldCurrency.CurrencyCode, SUM(" + column + ") AS Total FROM " + view +
+         " AS Balances LEFT JOIN WorldCurrency ON WorldCurrency.InCurrencyId = "
+         "COALESCE(Balances.ExCurrencyId, 1) GROUP BY WorldCurrency.CurrencyCode";
+}
+
 TEST(SampleCompany, agingAddsUpToTheBalances) {
   const std::string file = temporaryPath("sample");
   ASSERT_EQ(runProgram({"company", "create", file, "--sample", "--force"}).code, kDone);
@@ -284,11 +286,7 @@ TEST(SampleCompany, agingAddsUpToTheBalances) {
        {std::array<std::string, 3>{"customers", "CustBalance_View", "CustBalance"},
         std::array<std::string, 3>{"suppliers", "SuppBalance_View", "SuppBalance"}}) {
     const json books = json::parse(
-        runProgram({"sql",
-                    "SELECT WorldCurrency.CurrencyCode, SUM(" + column + ") AS Total FROM " + view +
-                        " LEFT JOIN WorldCurrency ON WorldCurrency.InCurrencyId = COALESCE(" +
-                        view + ".ExCurrencyId, 1) GROUP BY WorldCurrency.CurrencyCode",
-                    "--company", file, "--format", "json"})
+        runProgram({"sql", totalsByCurrency(view, column), "--company", file, "--format", "json"})
             .out);
     std::map<std::string, Currency> balances;
     for (const json& row : books["rows"]) {

@@ -26,7 +26,7 @@ using QuorDataLib::ErrorNumber;
 using QuorDataLib::Parameters;
 
 TEST(Root, KeepsQueryObjectsAndHandsOutFreshHelpers) {
-  fake::Platform platform;
+  const fake::Platform platform;
   CQueries root;
   const auto first = root.Customer();
   EXPECT_TRUE(first == root.Customer());
@@ -34,7 +34,7 @@ TEST(Root, KeepsQueryObjectsAndHandsOutFreshHelpers) {
 }
 
 TEST(Root, HandsItsConnectionOnAtEveryRead) {
-  fake::Platform platform;
+  const fake::Platform platform;
   CQueries root;
   const auto inventory = root.Inventory();
   const auto one = platform.connection("one");
@@ -45,7 +45,7 @@ TEST(Root, HandsItsConnectionOnAtEveryRead) {
 }
 
 TEST(Frame, CustomerHelperAnswersFromTheDefaultConnection) {
-  fake::Platform platform;
+  const fake::Platform platform;
   platform->row = {{"CustBalance", Value(Currency::fromUnits(125'000))}};
   CCustomerHelper helper;
   helper.SetCustomConnection(platform.connection("custom"));
@@ -82,7 +82,7 @@ TEST(Frame, CachingNeedsTheApplicationsLeaveAndKeepsOneRecordsetForAKey) {
 }
 
 TEST(Frame, CachesOfDifferentQuestionsDoNotMix) {
-  fake::Platform platform;
+  const fake::Platform platform;
   platform->row = {{"LastPmt", Value(Date::of(2025, 1, 2))},
                    {"LastSale", Value(Date::of(2025, 3, 4))}};
   CCustomerHelper helper;
@@ -93,7 +93,7 @@ TEST(Frame, CachesOfDifferentQuestionsDoNotMix) {
 }
 
 TEST(Frame, NoDocumentGivesAnEmptyRecord) {
-  fake::Platform platform;
+  const fake::Platform platform;
   CSupplierHelper helper;
   const auto info = helper.GetLastPurcInfo(9);
   ASSERT_TRUE(info);
@@ -104,7 +104,7 @@ TEST(Frame, NoDocumentGivesAnEmptyRecord) {
 }
 
 TEST(Trap, ReportsTheLineOfTheStepThatFailed) {
-  fake::Platform platform;
+  const fake::Platform platform;
   std::int32_t line = 0;
   trap("CTest", "Method", [&](Steps& step) {
     step([] {});
@@ -119,7 +119,7 @@ TEST(Trap, ReportsTheLineOfTheStepThatFailed) {
 }
 
 TEST(Trap, AnEmptyObjectAfterAContinuedErrorRaises91) {
-  fake::Platform platform;
+  const fake::Platform platform;
   platform->answer = QuorDataLib::kContinueAfterStep;
   CCustomerHelper helper;
   platform->calls = 0;
@@ -176,7 +176,7 @@ TEST(Utils, WidenEmptyDatesOnly) {
 }
 
 TEST(Utils, SafeExternalIdKeepsOnlyKeys) {
-  fake::Platform platform;
+  const fake::Platform platform;
   EXPECT_EQ(MUtils::SafeExternalId("12"), Value(std::int32_t{12}));
   EXPECT_EQ(MUtils::SafeExternalId(7.0), Value(std::int32_t{7}));
   for (const Value& none :
@@ -189,7 +189,7 @@ TEST(Utils, SafeExternalIdKeepsOnlyKeys) {
 }
 
 TEST(Utils, CacheKeysKeepTheirParts) {
-  fake::Platform platform;
+  const fake::Platform platform;
   RecordsetCache cache;
   const Ref<Recordset> rows = platform.connection("c")->OpenRecordset("", 4, 0, {}, 0);
   MUtils::PutRecordsetInCache(cache, rows, {std::int32_t{1}, std::int32_t{23}});
@@ -200,7 +200,7 @@ TEST(Utils, CacheKeysKeepTheirParts) {
 }
 
 TEST(Utils, FiscalYearStartIsAskedOncePerDate) {
-  fake::Platform platform;
+  const fake::Platform platform;
   ValueCache cache;
   const Date day = Date::of(2025, 5, 5);
   EXPECT_EQ(MUtils::GetFiscalYearStartDateCached(cache, day), Date::of(2025, 1, 1));
@@ -265,7 +265,7 @@ TEST(Passing, EveryQueryKeepsItsOwnWay) {
 }
 
 TEST(ColumnLists, FollowTheTableWithoutTheNamesExcluded) {
-  fake::Platform platform;
+  const fake::Platform platform;
   platform->columns = {"InCustId", "Name", "ExCurrencyId", "New"};
   CCustomerQueries customers;
   EXPECT_EQ(customers.GetAgingCustFieldsList("ExCurrencyId, InCustID"),

@@ -73,7 +73,7 @@ class CustomerCompany : public testing::Test {
     for (const auto dialect : fixture::kDialects) {
       const auto host = company_->host(dialect);
       CCustomerQueries queries;
-      Lines rows = lines(
+      const Lines rows = lines(
           queries.OpenCustAgingTransactions(all, customer, asOf, "", "", "", "", byCurrency, false),
           {"CurrencyCode", "ExCustID", "DocOrderId", "InvoiType", "Balance"});
       if (dialect == fixture::Dialect::Server) server = rows;

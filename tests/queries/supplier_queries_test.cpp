@@ -71,7 +71,7 @@ class SupplierCompany : public testing::Test {
     for (const auto dialect : fixture::kDialects) {
       const auto host = company_->host(dialect);
       CSupplierQueries queries;
-      Lines rows =
+      const Lines rows =
           lines(queries.OpenSuppAgingTransactions(all, supplier, asOf, "", "", byCurrency, "", ""),
                 {"CurrencyCode", "ExSuppId", "DocOrderId", "PurcType", "Balance"});
       if (dialect == fixture::Dialect::Server) server = rows;
