@@ -40,4 +40,10 @@ void Catalogue::add(Relation relation) {
   }
 }
 
+void Catalogue::addIndex(std::string_view table, std::string_view column) {
+  Relation& relation = relations_[byName_.find(lowerName(table))->second];
+  const auto isColumn = [&](const Column& other) { return sameName(other.name, column); };
+  std::ranges::find_if(relation.columns, isColumn)->leadsIndex = true;
+}
+
 }  // namespace QuorHost::Sql

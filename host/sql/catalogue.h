@@ -22,6 +22,8 @@ struct Column {
   bool primaryKey = false;
   /// The engine numbers new rows itself.
   bool identity = false;
+  /// An index of the table, its primary key among them, begins with the column.
+  bool leadsIndex = false;
 };
 
 /// A table or a view, its columns in their declared order.
@@ -30,6 +32,8 @@ struct Relation {
   std::string name;
   Kind kind = Kind::Table;
   std::vector<Column> columns;
+  /// Of a view: the `CREATE VIEW` that made it, in the server dialect.
+  std::string definition;
 
   /// The column of that name, matched without regard to case, or null.
   [[nodiscard]] const Column* find(std::string_view columnName) const noexcept;
@@ -46,6 +50,9 @@ class Catalogue {
 
   /// Adds a relation. Raises a refused statement when the name is taken or too long.
   void add(Relation relation);
+
+  /// Notes an index of `table` that begins with `column`; both are known.
+  void addIndex(std::string_view table, std::string_view column);
 
   /// All relations, in the order in which they were added.
   [[nodiscard]] const std::vector<Relation>& relations() const noexcept { return relations_; }

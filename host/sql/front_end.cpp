@@ -6,8 +6,10 @@
 
 #include "host/sql/arena.h"
 #include "host/sql/lexer.h"
+#include "host/sql/names.h"
 #include "host/sql/parser.h"
 #include "host/sql/resolver.h"
+#include "host/sql/rewrite/rewrite.h"
 #include "host/sql/writer.h"
 #include "platform/error.h"
 
@@ -34,7 +36,8 @@ std::string_view updatableTable(const Tree::Query& query) {
 /// Fills in what a translation tells about its statement, beside the SQL.
 class Description {
  public:
-  explicit Description(Translation& translation) : translation_(translation) {}
+  Description(std::string_view text, Translation& translation)
+      : text_(text), translation_(translation) {}
 
   void operator()(const Tree::Query* query) const {
     translation_.kind = StatementKind::Select;
@@ -58,11 +61,19 @@ class Description {
                                               .primaryKey = column.primaryKey,
                                               .identity = column.identity});
     }
+    for (const Tree::Constraint& constraint : table.constraints) {
+      if (constraint.kind == Syntax::Constraint::Kind::ForeignKey) continue;
+      const auto leads = [&](const Column& column) {
+        return sameName(column.name, constraint.columns.front());
+      };
+      std::ranges::find_if(translation_.created.columns, leads)->leadsIndex = true;
+    }
   }
   void operator()(const Tree::CreateView& view) const {
     translation_.kind = StatementKind::CreateView;
     translation_.created.name = view.name;
     translation_.created.kind = Relation::Kind::View;
+    translation_.created.definition = text_;
     for (const Tree::OutputColumn& column : view.query->columns) {
       translation_.created.columns.push_back(
           {.name = std::string(column.name), .type = column.type});
@@ -71,28 +82,66 @@ class Description {
   void operator()(const Tree::CreateIndex& index) const {
     translation_.kind = StatementKind::CreateIndex;
     translation_.created.name = index.name;
+    translation_.created.columns.push_back({.name = std::string(index.columns.front().name)});
+    translation_.indexedTable = index.table;
   }
 
  private:
+  std::string_view text_;
   Translation& translation_;
 };
+
+/// The query of a view. The text was read when the view was made, and so has no errors.
+Tree::Query* viewQuery(const Relation& view, const Catalogue& catalogue, Arena& arena) {
+  if (view.definition.empty()) return nullptr;
+  const StatementText text(view.definition);
+  const Syntax::Parsed parsed = Parser(text, Dialect::Server, arena).parse();
+  Resolver resolver(text, Dialect::Server, catalogue, arena, parsed.markers);
+  return resolver.resolveView(std::get<Syntax::CreateView>(parsed.statement)).query;
+}
+
+/// The engine's SQL for a query that is changed to be answered faster, or no text where the engine
+/// does not take it in that form.
+std::string writeFaster(Tree::Query& query, const Catalogue& catalogue, Arena& arena,
+                        const Writer& writer) {
+  try {
+    rewrite(query, [&](const Relation& view) { return viewQuery(view, catalogue, arena); }, arena);
+    return writer.write({&query});
+  } catch (const QuorDataLib::Error&) {
+    // A view's select may make it too deep a statement; as it was, it may not be.
+    return {};
+  }
+}
 
 }  // namespace
 
 Translation translate(std::string_view text, Dialect dialect, const Catalogue& catalogue,
-                      const Writer& writer) try {
+                      const Writer& writer, Rewriting rewriting) try {
   Arena arena;
   const StatementText statementText(text);
   const Syntax::Parsed parsed = Parser(statementText, dialect, arena).parse();
   Resolver resolver(statementText, dialect, catalogue, arena, parsed.markers);
   const Tree::Statement statement = resolver.resolve(parsed.statement);
   Translation translation;
-  translation.sql = writer.write(statement);
   translation.markers = resolver.markers();
-  std::visit(Description(translation), statement.body);
+  std::visit(Description(text, translation), statement.body);
+  translation.sql = writer.write(statement);
+  if (rewriting == Rewriting::Faster && translation.kind == StatementKind::Select) {
+    std::string faster =
+        writeFaster(*std::get<Tree::Query*>(statement.body), catalogue, arena, writer);
+    if (!faster.empty()) translation.sql = std::move(faster);
+  }
   return translation;
 } catch (...) {
   throw QuorDataLib::currentError();
+}
+
+void enter(const Translation& definition, Catalogue& catalogue) {
+  if (definition.kind == StatementKind::CreateIndex) {
+    catalogue.addIndex(definition.indexedTable, definition.created.columns.front().name);
+  } else {
+    catalogue.add(definition.created);
+  }
 }
 
 std::vector<std::string> splitStatements(std::string_view text) {

@@ -42,10 +42,15 @@ struct Translation {
   /// The table that a query's rows come from, when the query reads one table's own columns, row for
   /// row, without grouping: such a recordset can be updated. Otherwise empty.
   std::string updatableTable;
-  /// The table, view or index that a `CREATE` statement makes; for tables and views with its
-  /// columns. The caller adds it to the catalogue once the engine has created it.
+  /// The table, view or index that a `CREATE` statement makes, with its columns; of an index only
+  /// the first, and of `indexedTable`. `enter` adds it to the catalogue once the engine has it.
   Relation created;
+  std::string indexedTable;
 };
+
+/// Whether a query is changed on the way so that the engine answers it faster. The rows are the
+/// same, in the order that the query asks for.
+enum class Rewriting : std::uint8_t { Faster, None };
 
 /// Reads one statement in `dialect` against `catalogue` and writes it for the engine of `writer`.
 ///
@@ -54,7 +59,12 @@ struct Translation {
 /// function or column, an ambiguous name, a wrong argument count, operands whose types do not go
 /// together, a column outside its GROUP BY, several statements in one text.
 [[nodiscard]] Translation translate(std::string_view text, Dialect dialect,
-                                    const Catalogue& catalogue, const Writer& writer);
+                                    const Catalogue& catalogue, const Writer& writer,
+                                    Rewriting rewriting = Rewriting::Faster);
+
+/// Adds what a `CREATE` statement has made to the catalogue. Raises a refused statement when the
+/// name is taken.
+void enter(const Translation& definition, Catalogue& catalogue);
 
 /// The statements of a schema text in their order, each without its final semicolon; comments stay
 /// with the statement that follows them.

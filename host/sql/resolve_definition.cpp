@@ -118,8 +118,7 @@ Tree::Constraint Resolver::resolveConstraint(const Syntax::Constraint& syntax,
   return constraint;
 }
 
-Tree::CreateView Resolver::resolveCreateView(const Syntax::CreateView& syntax) {
-  requireFreeName(syntax.name);
+Tree::CreateView Resolver::resolveView(const Syntax::CreateView& syntax) {
   if (!markers_.empty()) text_.refuse("A view takes no markers", syntax.name.word);
   Tree::CreateView view{.name = syntax.name.text};
   view.query = resolveQuery(*syntax.query, nullptr, Place::Inner);

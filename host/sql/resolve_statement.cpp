@@ -29,7 +29,8 @@ Tree::Statement Resolver::resolve(const Syntax::Statement& statement) {
             return {resolveCreateTable(create)};
           },
           [&](const Syntax::CreateView& create) -> Tree::Statement {
-            return {resolveCreateView(create)};
+            requireFreeName(create.name);
+            return {resolveView(create)};
           },
           [&](const Syntax::CreateIndex& create) -> Tree::Statement {
             return {resolveCreateIndex(create)};

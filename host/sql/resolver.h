@@ -29,6 +29,9 @@ class Resolver {
 
   Tree::Statement resolve(const Syntax::Statement& statement);
 
+  /// The view that a statement makes or has made.
+  Tree::CreateView resolveView(const Syntax::CreateView& create);
+
   /// The types of the markers, known once the statement is resolved.
   [[nodiscard]] const std::vector<Type>& markers() const noexcept { return markers_; }
 
@@ -158,7 +161,6 @@ class Resolver {
   Tree::TableColumn resolveTableColumn(const Syntax::ColumnDefinition& definition);
   Tree::Constraint resolveConstraint(const Syntax::Constraint& constraint,
                                      Tree::CreateTable& table);
-  Tree::CreateView resolveCreateView(const Syntax::CreateView& create);
   Tree::CreateIndex resolveCreateIndex(const Syntax::CreateIndex& create);
   void requireFreeName(const Syntax::Name& name) const;
 

@@ -93,6 +93,8 @@ struct From {
   From* left = nullptr;
   From* right = nullptr;
   Expression* condition = nullptr;  // null for a cross join
+  /// An inner join whose left side is to be read before the right one.
+  bool ordered = false;
 };
 
 /// A column of a result. The name may be empty at the top of a statement.

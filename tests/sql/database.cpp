@@ -71,13 +71,16 @@ Database::Database(std::string_view schema) : Database() {
   for (const std::string& statement : splitStatements(schema)) rows(statement, kServer);
 }
 
-Translation Database::translate(std::string_view text, Dialect dialect) const {
-  return Sql::translate(text, dialect, catalogue_, writer_);
+Translation Database::translate(std::string_view text, Dialect dialect, Rewriting rewriting) const {
+  return Sql::translate(text, dialect, catalogue_, writer_, rewriting);
 }
 
 std::vector<std::string> Database::rows(std::string_view text, Dialect dialect,
                                         const Values& values) {
-  const Translation translation = translate(text, dialect);
+  return rows(translate(text, dialect), values);
+}
+
+std::vector<std::string> Database::rows(const Translation& translation, const Values& values) {
   const auto fail = [&] { Sql::refuse(sqlite3_errmsg(database_.get()), {}, translation.sql); };
   sqlite3_stmt* raw = nullptr;
   if (sqlite3_prepare_v2(database_.get(), translation.sql.c_str(), -1, &raw, nullptr) != 0) fail();
@@ -96,9 +99,7 @@ std::vector<std::string> Database::rows(std::string_view text, Dialect dialect,
     result.push_back(row);
   }
   if (code != SQLITE_DONE) fail();
-  const bool relation = translation.kind == StatementKind::CreateTable ||
-                        translation.kind == StatementKind::CreateView;
-  if (relation) catalogue_.add(translation.created);
+  if (!translation.created.name.empty()) enter(translation, catalogue_);
   return result;
 }
 

@@ -27,11 +27,14 @@ class Database {
   /// A database with what `schema`, in the server dialect, makes; it may also insert rows.
   explicit Database(std::string_view schema);
 
-  [[nodiscard]] Translation translate(std::string_view text, Dialect dialect) const;
+  [[nodiscard]] Translation translate(std::string_view text, Dialect dialect,
+                                      Rewriting rewriting = Rewriting::Faster) const;
 
   /// Runs a statement and returns its rows, the values of each joined by '|' ("-" for NULL). Raises
   /// a refused statement with the engine's message when the engine ends it.
   std::vector<std::string> rows(std::string_view text, Dialect dialect, const Values& values = {});
+  /// The same for a statement that was translated.
+  std::vector<std::string> rows(const Translation& translation, const Values& values);
 
   /// The one value of a SELECT of one row and column, without FROM: `SELECT <expression>`.
   std::string value(std::string_view expression, Dialect dialect, const Values& values = {});
@@ -39,6 +42,8 @@ class Database {
   /// The message with which the statement is refused, by the front end or by the engine; empty when
   /// it is not.
   std::string refusal(std::string_view text, Dialect dialect);
+
+  [[nodiscard]] const Catalogue& catalogue() const noexcept { return catalogue_; }
 
   /// Whether the engine accepts the translation, which it does not run.
   [[nodiscard]] std::string preparationError(const Translation& translation) const;

@@ -3,41 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 #include "sql/database.h"
+#include "sql/statement_files.h"
 
 namespace QuorHost::Sql::Testing {
 namespace {
 
 using testing::HasSubstr;
 
-std::string fileText(const std::string& name) {
-  const std::ifstream file(STATEMENTS_DIR "/" + name + ".sql");
-  std::stringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-/// The statements of a file, each with the comment above it, which begins with its dialect.
-std::vector<std::string> statementsOf(const std::string& name) {
-  std::vector<std::string> statements;
-  std::stringstream lines(fileText(name));
-  std::string statement;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty()) statement += line + "\r\n";
-    if ((line.empty() || lines.peek() == EOF) && !statement.empty()) {
-      statements.push_back(std::exchange(statement, {}));
-    }
-  }
-  return statements;
-}
-
 class Statements : public testing::TestWithParam<const char*> {};
 
 TEST_P(Statements, AreReadInTheirOwnDialectsOnly) {
-  Database database(fileText("schema"));
+  Database database(fileText(STATEMENTS_DIR "/schema.sql"));
   const std::vector<std::string> statements = statementsOf(GetParam());
   ASSERT_FALSE(statements.empty());
   for (const std::string& statement : statements) {

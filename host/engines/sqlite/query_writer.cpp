@@ -29,10 +29,11 @@ constexpr int kInHaving = 7;
 constexpr int kInOrderBy = 11;
 constexpr int kInUnion = 3;
 
-std::string_view joinWord(JoinKind kind) {
-  switch (kind) {
+std::string_view joinWord(const From& join) {
+  switch (join.join) {
     case JoinKind::Inner:
-      return " JOIN ";
+      // To the engine the second is an inner join, too, but one whose order it keeps.
+      return join.ordered ? " CROSS JOIN " : " JOIN ";
     case JoinKind::Left:
       return " LEFT JOIN ";
     case JoinKind::Right:
@@ -144,7 +145,7 @@ void QueryWriter::writeFrom(const From& from) {
   if (from.source != nullptr) return writeSource(*from.source);
   // Joins group to the left, so only the right side needs its parentheses.
   writeFrom(*from.left);
-  sql_.add(joinWord(from.join));
+  sql_.add(joinWord(from));
   if (from.right->source != nullptr) {
     writeSource(*from.right->source);
   } else {

@@ -65,7 +65,7 @@ void SqliteStore::define(std::string_view statement) {
   try {
     Statement(database_->handle(), definition.sql, false, statement).step(statement);
     storeDefinition(*database_, statement, definition);
-    if (definition.kind != StatementKind::CreateIndex) catalogue_.add(definition.created);
+    Sql::enter(definition, catalogue_);
   } catch (...) {
     database_->run("ROLLBACK TO Definition");
     database_->run("RELEASE Definition");

@@ -20,7 +20,7 @@ constexpr std::string_view kCreate =
     "CREATE TABLE QuorCatalogue (Position INTEGER PRIMARY KEY, Name TEXT NOT NULL,"
     " Kind TEXT NOT NULL, Sql TEXT NOT NULL) STRICT";
 constexpr std::string_view kRead =
-    "SELECT Sql FROM QuorCatalogue WHERE Kind IN ('table', 'view') ORDER BY Position";
+    "SELECT Sql FROM QuorCatalogue WHERE Position > 0 ORDER BY Position";
 constexpr std::string_view kAppend =
     "INSERT INTO QuorCatalogue (Position, Name, Kind, Sql)"
     " VALUES ((SELECT max(Position) + 1 FROM QuorCatalogue), ?1, ?2, ?3)";
@@ -63,8 +63,8 @@ Sql::Catalogue readStoredCatalogue(Database& database) {
     const SqlWriter writer;
     Statement rows(database.handle(), kRead);
     while (rows.step()) {
-      catalogue.add(
-          Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, catalogue, writer).created);
+      Sql::enter(Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, catalogue, writer),
+                 catalogue);
     }
   } catch (const Error& error) {
     raiseNaming("The definitions in the company file '" + database.path() + "' cannot be read",

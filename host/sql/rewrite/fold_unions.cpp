@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <vector>
+
+#include "host/sql/rewrite/passes.h"
+#include "host/sql/rewrite/walker.h"
+
+namespace QuorHost::Sql {
+namespace {
+
+using Tree::Branch;
+using Tree::Expression;
+using Tree::Output;
+using Tree::Query;
+using Tree::Select;
+using Tree::Source;
+
+/// A select of rows as they come: one out for each one in that WHERE lets pass.
+bool isPlain(const Select* select) {
+  return select != nullptr && !select->distinct && !select->grouped && !select->top;
+}
+
+bool isUnionAll(const Query& query) {
+  return std::ranges::all_of(query.branches.subspan(1), &Branch::all);
+}
+
+bool holdsSubSelect(const Expression& expression) {
+  return expression.query != nullptr ||
+         std::ranges::any_of(expression.args,
+                             [](const Expression* arg) { return holdsSubSelect(*arg); });
+}
+
+/// The union that the branch does nothing but pick from, or null.
+const Query* pickedUnion(const Branch& branch) {
+  const Select* const select = branch.select;
+  if (!isPlain(select) || select->from == nullptr || select->from->source == nullptr) {
+    return nullptr;
+  }
+  const Query* const query = select->from->source->query;
+  if (query == nullptr || query->branches.size() < 2 || !query->orderBy.empty() ||
+      !isUnionAll(*query)) {
+    return nullptr;
+  }
+  const bool plain =
+      std::ranges::all_of(query->branches, [](const Branch& b) { return isPlain(b.select); });
+  const bool simple =
+      std::ranges::none_of(select->outputs,
+                           [](const Output& output) { return holdsSubSelect(*output.value); }) &&
+      (select->where == nullptr || !holdsSubSelect(*select->where));
+  return plain && simple ? query : nullptr;
+}
+
+class UnionFolder final : public Walker {
+ public:
+  explicit UnionFolder(Arena& arena) : arena_(arena) {}
+
+ private:
+  void visit(Query& query) override {
+    if (!query.orderBy.empty() || !isUnionAll(query)) return;
+    std::vector<Branch> branches;
+    for (const Branch& branch : query.branches) {
+      const Query* const inner = pickedUnion(branch);
+      if (inner == nullptr) {
+        branches.push_back(branch);
+        continue;
+      }
+      for (const Branch& folded : inner->branches) {
+        branches.push_back({.select = picked(*branch.select, *folded.select), .all = true});
+      }
+    }
+    query.branches = arena_.list(branches);
+  }
+
+  /// What `outer` picks, said in the terms of `inner`, one branch of the union it picks from.
+  Select* picked(const Select& outer, const Select& inner) {
+    const Source& source = *outer.from->source;
+    Select select = inner;
+    std::vector<Output> outputs;
+    outputs.reserve(outer.outputs.size());
+    for (const Output& output : outer.outputs) {
+      outputs.push_back({output.name, inTermsOf(inner, source, output.value)});
+    }
+    select.outputs = arena_.list(outputs);
+    if (outer.where != nullptr) {
+      Expression* const condition = inTermsOf(inner, source, outer.where);
+      select.where = inner.where == nullptr ? condition : both(inner.where, condition);
+    }
+    return arena_.make(select);
+  }
+
+  Expression* inTermsOf(const Select& inner, const Source& source, Expression* expression) {
+    if (expression->kind == Expression::Kind::Column && expression->source == &source) {
+      return inner.outputs[expression->column].value;
+    }
+    if (expression->args.empty()) return expression;
+    std::vector<Expression*> args;
+    args.reserve(expression->args.size());
+    for (Expression* const arg : expression->args) args.push_back(inTermsOf(inner, source, arg));
+    Expression copy = *expression;
+    copy.args = arena_.list(args);
+    return arena_.make(copy);
+  }
+
+  Expression* both(Expression* a, Expression* b) {
+    return arena_.make(Expression{.kind = Expression::Kind::Logic,
+                                  .type = Type::Boolean,
+                                  .op = Operator::And,
+                                  .isCondition = true,
+                                  .args = arena_.list(std::vector{a, b})});
+  }
+
+  Arena& arena_;
+};
+
+}  // namespace
+
+void foldUnions(Query& query, Arena& arena) { UnionFolder(arena).walk(query); }
+
+}  // namespace QuorHost::Sql

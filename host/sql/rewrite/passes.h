@@ -1,0 +1,44 @@
+// The passes of a rewriting, in the order in which they run.
+#pragma once
+
+#include "host/sql/arena.h"
+#include "host/sql/rewrite/rewrite.h"
+#include "host/sql/tree.h"
+
+namespace QuorHost::Sql {
+
+/// Puts the select of each view in the view's place. The engine would do it as well, but the passes
+/// that follow could not look inside.
+void openViews(Tree::Query& query, const ViewReader& views);
+
+/// Makes the selects of a union branches of the union that only picks columns from it:
+///   A UNION ALL (SELECT x FROM (B UNION ALL C) WHERE y)  becomes  A UNION ALL B' UNION ALL C'
+/// where x and y are said in the terms of B and C. The engine hands every row of an inner union to
+/// the outer one, value by value.
+/// Conditions: nothing but UNION ALL; no DISTINCT, grouping, TOP or order in between; no sub-select
+/// in x or y.
+void foldUnions(Tree::Query& query, Arena& arena);
+
+/// Looks totals up where few of them are wanted:
+///   p LEFT JOIN (SELECT k, SUM(a) AS t FROM d WHERE c GROUP BY k) AS g ON p.id = g.k
+/// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a
+/// grouped table whole before it takes the first row from it.
+/// Conditions: an equality on an indexed column narrows the select that holds the join, or one
+/// around it; k is the only key of the groups, a whole number, an index begins with it, and d are
+/// tables.
+void lookUpTotals(Tree::Query& query, Arena& arena);
+
+/// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry
+/// them.
+/// Conditions: dropping a column changes no rows, so no DISTINCT, no plain UNION, and no total over
+/// all rows.
+void dropUnreadColumns(Tree::Query& query, Arena& arena);
+
+/// Keeps the order of the text where a union comes first and tables are joined to it by their
+/// primary keys, and joins first what WHERE then throws rows out by:
+///   u INNER JOIN t ON u.x = t.id LEFT JOIN v ON u.y = v.y WHERE v.y IS NOT NULL
+/// is read as u LEFT JOIN v, then t. The engine does not know that a union is best read once, row
+/// after row, and builds it as a table to look rows up in it.
+void orderJoins(Tree::Query& query);
+
+}  // namespace QuorHost::Sql

@@ -1,0 +1,15 @@
+#include "host/sql/rewrite/rewrite.h"
+
+#include "host/sql/rewrite/passes.h"
+
+namespace QuorHost::Sql {
+
+void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena) {
+  openViews(query, views);
+  foldUnions(query, arena);
+  lookUpTotals(query, arena);
+  dropUnreadColumns(query, arena);
+  orderJoins(query);
+}
+
+}  // namespace QuorHost::Sql

@@ -1,0 +1,22 @@
+// What is changed in a resolved query so that the storage engine answers it faster.
+//
+// A rewritten query gives the rows of the plain one, in the order that it asks for. Each pass is
+// small, works on the tree alone and has its reason and its conditions beside it; docs/dialects.md
+// shows them together.
+#pragma once
+
+#include <functional>
+
+#include "host/sql/arena.h"
+#include "host/sql/catalogue.h"
+#include "host/sql/tree.h"
+
+namespace QuorHost::Sql {
+
+/// The query of a view, made anew for each call, or null where it is not known.
+using ViewReader = std::function<Tree::Query*(const Relation& view)>;
+
+/// Runs all passes over `query`, a whole statement, in place.
+void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena);
+
+}  // namespace QuorHost::Sql
