@@ -33,6 +33,18 @@ class Transaction {
   virtual void commit() = 0;
 };
 
+/// While it lives, everything that its store reads is of one moment: what others store meanwhile is
+/// seen when it has ended. Small reads are faster for it, as the engine need not look for changes
+/// each time. Others can go on writing, but the engine cannot put away what they wrote, so that the
+/// file beside the company file grows.
+class Snapshot {
+ public:
+  Snapshot() = default;
+  virtual ~Snapshot() = default;
+  Snapshot(const Snapshot&) = delete;
+  Snapshot& operator=(const Snapshot&) = delete;
+};
+
 /// An open company database.
 class Store : public std::enable_shared_from_this<Store> {
  public:
@@ -51,6 +63,10 @@ class Store : public std::enable_shared_from_this<Store> {
   virtual void define(std::string_view statement) = 0;
 
   [[nodiscard]] virtual std::unique_ptr<Transaction> begin() = 0;
+
+  /// Reads the company as it is now until the snapshot is dropped. Raises 5 when the company was
+  /// opened for writing, or when a snapshot is held already.
+  [[nodiscard]] virtual std::unique_ptr<Snapshot> hold() = 0;
 
   /// A writer of rows for some columns of `table`, in that order. Raises a refused statement for an
   /// unknown table or column.

@@ -164,9 +164,10 @@ void configure(sqlite3* handle) {
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
   registerCollation(handle);
   registerFunctions(handle);
+  // The largest part of a file that the engine maps; what lies beyond is read through its cache.
   execute(handle,
           "PRAGMA foreign_keys=ON; PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY;"
-          "PRAGMA cache_size=-65536; PRAGMA mmap_size=268435456");
+          "PRAGMA cache_size=-65536; PRAGMA mmap_size=2147418112");
 }
 
 void checkCompany(Database& database) {

@@ -93,6 +93,15 @@ std::unique_ptr<Transaction> SqliteStore::begin() {
       std::static_pointer_cast<SqliteStore>(shared_from_this()));
 }
 
+std::unique_ptr<Snapshot> SqliteStore::hold() {
+  if (writable()) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "A company that is open for writing is read as it changes: open it for "
+                       "reading to hold a snapshot");
+  }
+  return std::make_unique<SqliteSnapshot>(database_);
+}
+
 std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
                                                const std::vector<std::string>& columns) {
   requireWritable();

@@ -22,6 +22,7 @@ class SqliteStore final : public Store {
   QuorDataLib::Ref<QuorDataLib::Connection> connect(Sql::Dialect dialect) override;
   void define(std::string_view statement) override;
   std::unique_ptr<Transaction> begin() override;
+  std::unique_ptr<Snapshot> hold() override;
   std::unique_ptr<RowWriter> writer(const std::string& table,
                                     const std::vector<std::string>& columns) override;
   std::vector<std::string> integrityFindings() override;

@@ -58,6 +58,21 @@ void SqliteTransaction::commit() {
   std::exchange(store_, nullptr)->database()->seal();
 }
 
+SqliteSnapshot::SqliteSnapshot(std::shared_ptr<Database> database)
+    : database_(std::move(database)) {
+  if (database_->inTransaction()) {
+    raise(ErrorNumber::InvalidArgument,
+          "A snapshot is held already: drop it before the next one is taken");
+  }
+  database_->run("BEGIN");
+  // The moment is that of the first read.
+  static_cast<void>(database_->number("SELECT count(*) FROM sqlite_schema"));
+}
+
+SqliteSnapshot::~SqliteSnapshot() {
+  sqlite3_exec(database_->handle(), "COMMIT", nullptr, nullptr, nullptr);
+}
+
 SqliteRowWriter::SqliteRowWriter(std::shared_ptr<Database> database, const Sql::Relation& table,
                                  const std::vector<std::string>& columns)
     : database_(std::move(database)), table_(table.name) {

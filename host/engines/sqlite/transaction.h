@@ -1,4 +1,4 @@
-// A transaction, and the writer of rows inside it.
+// A transaction, the writer of rows inside it, and a snapshot.
 #pragma once
 
 #include <memory>
@@ -24,6 +24,18 @@ class SqliteTransaction final : public Transaction {
 
  private:
   std::shared_ptr<SqliteStore> store_;  // empty once committed
+};
+
+class SqliteSnapshot final : public Snapshot {
+ public:
+  /// Begins. Raises 5 when a snapshot is held already.
+  explicit SqliteSnapshot(std::shared_ptr<Database> database);
+  ~SqliteSnapshot() override;
+  SqliteSnapshot(const SqliteSnapshot&) = delete;
+  SqliteSnapshot& operator=(const SqliteSnapshot&) = delete;
+
+ private:
+  std::shared_ptr<Database> database_;
 };
 
 class SqliteRowWriter final : public RowWriter {

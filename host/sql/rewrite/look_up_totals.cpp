@@ -155,7 +155,7 @@ class TotalsFinder {
       Select& select = *branch.select;
       const bool few = narrow || isNarrowed(select);
       if (select.from == nullptr) continue;
-      if (few && !select.grouped) replaceTotals(query, select);
+      if (!select.grouped) replaceTotals(query, select, few);
       findIn(*select.from, few);
     }
   }
@@ -170,11 +170,13 @@ class TotalsFinder {
     }
   }
 
-  void replaceTotals(Query& query, Select& select) {
+  void replaceTotals(Query& query, Select& select, bool few) {
     for (From** place = &select.from; (*place)->source == nullptr;) {
       From& join = **place;
       const std::optional<Totals> totals = totalsOf(join);
-      if (!totals) {
+      // A total over one table costs as much to look up as in a table of totals that is built
+      // first.
+      if (!totals || !(few || totals->select->from->source != nullptr)) {
         place = &join.left;
         continue;
       }

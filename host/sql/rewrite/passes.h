@@ -19,13 +19,13 @@ void openViews(Tree::Query& query, const ViewReader& views);
 /// in x or y.
 void foldUnions(Tree::Query& query, Arena& arena);
 
-/// Looks totals up where few of them are wanted:
+/// Looks totals up where few of them are wanted, or where that costs no more:
 ///   p LEFT JOIN (SELECT k, SUM(a) AS t FROM d WHERE c GROUP BY k) AS g ON p.id = g.k
 /// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a
 /// grouped table whole before it takes the first row from it.
-/// Conditions: an equality on an indexed column narrows the select that holds the join, or one
-/// around it; k is the only key of the groups, a whole number, an index begins with it, and d are
-/// tables.
+/// Conditions: k is the only key of the groups, a whole number, and an index begins with it; d is
+/// one table, or several and an equality on an indexed column narrows the select that holds the
+/// join or one around it.
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry
