@@ -9,11 +9,16 @@
 
 namespace QuorBench {
 
-/// The aging statement: assembling it, and running it for all customers and for one. `scales` are
-/// thousands of invoices.
+/// The aging statements: assembling one, running them for all parties and for one, and how their
+/// time grows. `scales` are thousands of invoices.
 void addAging(Suite& suite, Companies& companies, const std::vector<int>& scales);
 
-/// Recordsets: rows read as values, single rows by key, finding in a recordset that is kept.
+/// Histories and balances of one party or account, and balances of all accounts, in the company of
+/// `scale` thousand invoices.
+void addAccounts(Suite& suite, Companies& companies, int scale);
+
+/// Recordsets: rows read as values, single rows by key, finding in a recordset that is kept, and
+/// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);
 
 }  // namespace QuorBench

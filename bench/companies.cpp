@@ -7,23 +7,17 @@
 #include "host/engines/sqlite/opening.h"
 
 namespace QuorBench {
-namespace {
-
-QuorHost::HostOptions reading(const std::string& path) {
-  QuorHost::HostOptions options;
-  options.store = QuorHost::openCompanyFile(path, QuorHost::Access::Read);
-  return options;
-}
-
-}  // namespace
 
 Company::Company(const std::string& path)
-    : host_(reading(path)),
+    : store_(QuorHost::openCompanyFile(path, QuorHost::Access::Read)),
+      host_({.store = store_}),
       connection_(host_.connection()),
       customers_(QuorDataLib::make<QuorAccQueries::CCustomerQueries>()),
+      suppliers_(QuorDataLib::make<QuorAccQueries::CSupplierQueries>()),
       byHand_(QuorHost::Sqlite::openDatabase(path, QuorHost::Access::Read,
                                              QuorHost::Sqlite::kBusyTimeout)) {
   customers_->SetCustomConnection(connection_);
+  suppliers_->SetCustomConnection(connection_);
 }
 
 void Company::use() {
@@ -37,17 +31,30 @@ QuorAccQueries::CCustomerQueries& Company::customers() {
   return *customers_;
 }
 
-std::shared_ptr<Company> Companies::open(int scale) {
-  std::shared_ptr<Company>& company = open_[scale];
-  if (company) return company;
+QuorAccQueries::CSupplierQueries& Company::suppliers() {
+  use();
+  return *suppliers_;
+}
+
+std::string Companies::file(int scale) const {
   std::filesystem::create_directories(folder_);
-  const std::string path = folder_ + "/sample-" + std::to_string(QuorHost::kSchemaVersion) + "-" +
-                           std::to_string(scale) + ".db";
+  std::string path = folder_ + "/sample-" + std::to_string(QuorHost::kSchemaVersion) + "-" +
+                     std::to_string(scale) + ".db";
   if (!std::filesystem::exists(path)) {
     std::fprintf(stderr, "making %s, a company of %d,000 invoices\n", path.c_str(), scale);
     QuorHost::createCompany(path, {.sample = true, .scale = scale});
   }
-  return company = std::make_shared<Company>(path);
+  return path;
+}
+
+std::shared_ptr<Company> Companies::openApart(int scale) const {
+  return std::make_shared<Company>(file(scale));
+}
+
+std::shared_ptr<Company> Companies::open(int scale) {
+  std::shared_ptr<Company>& company = open_[scale];
+  if (!company) company = openApart(scale);
+  return company;
 }
 
 }  // namespace QuorBench

@@ -9,6 +9,7 @@
 
 #include "host/application/host.h"
 #include "host/engines/sqlite/database.h"
+#include "payables/supplier_queries.h"
 #include "receivables/customer_queries.h"
 
 namespace QuorBench {
@@ -23,17 +24,23 @@ class Company {
 
   /// The component's customer queries, on the host's connection, with the company in use.
   [[nodiscard]] QuorAccQueries::CCustomerQueries& customers();
+  /// The same for suppliers.
+  [[nodiscard]] QuorAccQueries::CSupplierQueries& suppliers();
   [[nodiscard]] const QuorDataLib::Ref<QuorDataLib::Connection>& connection() const {
     return connection_;
   }
+
+  [[nodiscard]] QuorHost::Store& store() { return *store_; }
 
   /// A handle of its own on the same file.
   [[nodiscard]] sqlite3* byHand() const { return byHand_->handle(); }
 
  private:
+  std::shared_ptr<QuorHost::Store> store_;
   QuorHost::Host host_;
   QuorDataLib::Ref<QuorDataLib::Connection> connection_;
   QuorDataLib::Ref<QuorAccQueries::CCustomerQueries> customers_;
+  QuorDataLib::Ref<QuorAccQueries::CSupplierQueries> suppliers_;
   std::shared_ptr<QuorHost::Sqlite::Database> byHand_;
 };
 
@@ -45,8 +52,13 @@ class Companies {
 
   /// The sample company with `scale` thousand customer invoices, open until the end.
   std::shared_ptr<Company> open(int scale);
+  /// The same file, opened once more for a single measurement.
+  std::shared_ptr<Company> openApart(int scale) const;
 
  private:
+  /// The file of that company, which is made when it is not there.
+  [[nodiscard]] std::string file(int scale) const;
+
   std::string folder_;
   std::map<int, std::shared_ptr<Company>> open_;
 };

@@ -1,4 +1,5 @@
 // Measures the project against its storage engine used by hand.
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <sstream>
@@ -39,6 +40,7 @@ int main(int argc, char** argv) try {
 
   QuorBench::Suite suite;
   QuorBench::addAging(suite, companies, scales);
+  if (!scales.empty()) QuorBench::addAccounts(suite, companies, std::ranges::max(scales));
   QuorBench::addRecordsets(suite, companies);
   return suite.run(static_cast<int>(arguments.size()), arguments.data());
 } catch (const std::exception& error) {

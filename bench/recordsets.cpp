@@ -1,3 +1,6 @@
+#include <malloc.h>
+
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -53,6 +56,40 @@ Pair singleRow(const std::shared_ptr<Company>& company) {
           }};
 }
 
+/// The same look-up while the company is read as of one moment, on both sides.
+Pair singleRowHeld(const std::shared_ptr<Company>& company) {
+  const Pair pair = singleRow(company);
+  const std::shared_ptr<QuorHost::Snapshot> held = company->store().hold();
+  const std::shared_ptr<sqlite3> begun(company->byHand(), [company](sqlite3* database) {
+    sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
+  });
+  sqlite3_exec(begun.get(), "BEGIN", nullptr, nullptr, nullptr);
+  return {[held, ours = pair.ours] { ours(); }, [begun, byHand = pair.reference] { byHand(); }};
+}
+
+/// What the program's memory grows by from the 1,000th to the last of a million rows, in KiB.
+double memoryOfAScan(const std::shared_ptr<Company>& company) {
+  const Ref<Recordset> rows = open(company->connection(),
+                                   "SELECT GLDet.DetDate, GLDet.DetDesc, GLDet.DetAmnt FROM GLDet, "
+                                   "(SELECT TOP 16 InCustId FROM Cust ORDER BY InCustId) AS Times");
+  const auto used = [] {
+    const struct mallinfo2 memory = mallinfo2();
+    return static_cast<double>(memory.uordblks + memory.hblkhd) / 1024;
+  };
+  constexpr int kSome = 1'000;
+  int count = 0;
+  double start = 0;
+  double most = 0;
+  for (; !rows->AtEnd(); rows->MoveNext()) {
+    for (std::int32_t column = 0; column < 3; ++column) static_cast<void>(rows->Field(column));
+    if (++count % kSome != 0) continue;
+    if (count == kSome) start = used();
+    most = std::max(most, used());
+  }
+  if (count < 1'000'000) throw std::runtime_error("the scan: the company is too small");
+  return most - start;
+}
+
 constexpr int kRows = 10'000;
 
 /// 10,000 `Find` calls on a recordset of 10,000 rows whose index stands.
@@ -78,8 +115,12 @@ void addRecordsets(Suite& suite, Companies& companies) {
                 [&companies] { return rowsAsValues(companies.open(10)); });
   suite.compare("one row by key / a statement kept prepared by hand", 1.30,
                 [&companies] { return singleRow(companies.open(10)); });
+  suite.compare("one row by key in a snapshot / in a transaction by hand", 2.50,
+                [&companies] { return singleRowHeld(companies.openApart(10)); });
   suite.limit("10,000 times Find in 10,000 rows", 10,
               [&companies] { return finding(companies.open(10)); });
+  suite.figure("memory that a scan of a million rows takes", 64, " KiB",
+               [&companies] { return memoryOfAScan(companies.open(10)); });
 }
 
 }  // namespace QuorBench

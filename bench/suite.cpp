@@ -65,8 +65,8 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
     std::vector<std::string> missed;
     int measured = 0;
     for (const Entry& entry : entries_) {
-      const double ours = median(times_[entry.name + kOurs]);
-      if (ours == 0) continue;
+      const double ours = entry.value.value_or(median(times_[entry.name + kOurs]));
+      if (ours == 0 && !entry.value) continue;
       ++measured;
       if (!print(entry, ours)) missed.push_back(entry.name);
     }
@@ -84,6 +84,13 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
   /// Prints one line; whether the goal is met.
   bool print(const Entry& entry, double ours) {
     char goal[32];
+    if (entry.value) {
+      std::snprintf(goal, sizeof goal, "%g%s", entry.goal, entry.unit.c_str());
+      const bool met = ours < entry.goal;
+      std::printf("%-62s %9s %9s %8.3f %10s  %s\n", entry.name.c_str(), "", "", ours, goal,
+                  met ? "met" : "MISSED");
+      return met;
+    }
     if (!entry.hasReference) {
       std::snprintf(goal, sizeof goal, "%g ms", entry.goal);
       const bool met = ours * 1e3 < entry.goal;
@@ -106,12 +113,22 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
 };
 
 void Suite::compare(std::string name, double goal, std::function<Pair()> setUp) {
-  entries_.push_back({std::move(name), goal, true, std::move(setUp)});
+  entries_.push_back(
+      {.name = std::move(name), .goal = goal, .hasReference = true, .setUp = std::move(setUp)});
 }
 
 void Suite::limit(std::string name, double milliseconds, std::function<Work()> setUp) {
-  entries_.push_back({std::move(name), milliseconds, false,
-                      [setUp = std::move(setUp)] { return Pair{setUp(), {}}; }});
+  entries_.push_back({.name = std::move(name),
+                      .goal = milliseconds,
+                      .setUp = [setUp = std::move(setUp)] { return Pair{setUp(), {}}; }});
+}
+
+void Suite::figure(std::string name, double goal, std::string unit,
+                   std::function<double()> measure) {
+  entries_.push_back({.name = std::move(name),
+                      .goal = goal,
+                      .measure = std::move(measure),
+                      .unit = std::move(unit)});
 }
 
 int Suite::run(int argc, char** argv) {
@@ -126,7 +143,17 @@ int Suite::run(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
 
-  for (const Entry& entry : entries_) {
+  for (Entry& entry : entries_) {
+    if (entry.measure) {
+      const auto once = [&entry](benchmark::State& state) {
+        for (auto unused : state) {
+          static_cast<void>(unused);
+          entry.value = entry.measure();
+        }
+      };
+      benchmark::RegisterBenchmark(entry.name.c_str(), once)->Iterations(1)->Repetitions(1);
+      continue;
+    }
     // Both halves share what the setting-up made; it lives as long as the registered benchmarks.
     auto pair = std::make_shared<Pair>();
     const auto measure = [&entry, pair](benchmark::State& state, Work Pair::* half) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ class Suite {
   /// Our work against a fixed time to stay under, in milliseconds.
   void limit(std::string name, double milliseconds, std::function<Work()> setUp);
 
+  /// A figure of its own to stay under, measured once. `unit` stands behind it (" KiB").
+  void figure(std::string name, double goal, std::string unit, std::function<double()> measure);
+
   /// Measures, prints the table of ratios and what is missed. The arguments are Google Benchmark's;
   /// the result is the program's exit code, 0 also where goals are missed.
   int run(int argc, char** argv);
@@ -36,6 +40,10 @@ class Suite {
     double goal = 0;
     bool hasReference = false;
     std::function<Pair()> setUp;
+    // Of a figure, in place of the two.
+    std::function<double()> measure;
+    std::string unit;
+    std::optional<double> value;
   };
 
   class Reporter;
