@@ -1,17 +1,18 @@
 #include "core/column_list.h"
 
-#include <set>
+#include <algorithm>
+#include <vector>
 
 #include "platform/blanks.h"
 
 namespace QuorAccQueries {
 namespace {
 
-std::set<std::string, std::less<>> namesIn(std::string_view list) {
-  std::set<std::string, std::less<>> names;
+std::vector<std::string_view> namesIn(std::string_view list) {
+  std::vector<std::string_view> names;
   while (true) {
     const std::size_t comma = list.find(',');
-    names.emplace(QuorDataLib::withoutBlanks(list.substr(0, comma)));
+    names.push_back(QuorDataLib::withoutBlanks(list.substr(0, comma)));
     if (comma == std::string_view::npos) return names;
     list.remove_prefix(comma + 1);
   }
@@ -26,7 +27,7 @@ std::string columnsWithout(const QuorDataLib::Ref<QuorDataLib::Recordset>& rows,
   const std::int32_t count = rows->FieldCount();
   for (std::int32_t index = 0; index < count; ++index) {
     const std::string name = rows->FieldName(index);
-    if (excluded.contains(name)) continue;
+    if (std::ranges::find(excluded, name) != excluded.end()) continue;
     if (!list.empty()) list += ", ";
     list.append(table).append(".").append(name);
   }

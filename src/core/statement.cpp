@@ -24,13 +24,6 @@ Statement& Statement::bind(QuorDataLib::Value value) {
   return *this;
 }
 
-Statement& Statement::append(const Statement& other) {
-  sql_.append(other.sql_);
-  values_.insert(values_.end(), other.values_.begin(), other.values_.end());
-  markers_ += other.markers_;
-  return *this;
-}
-
 void Statement::checkComplete() const {
   if (markers_ == values_.size()) return;
   QuorDataLib::raise(QuorDataLib::ErrorNumber::InternalError,

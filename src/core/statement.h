@@ -32,9 +32,6 @@ class Statement {
   /// Adds the value of the next marker.
   Statement& bind(QuorDataLib::Value value);
 
-  /// Appends text and values of another statement.
-  Statement& append(const Statement& other);
-
   [[nodiscard]] const std::string& sql() const noexcept { return sql_; }
   [[nodiscard]] const std::vector<QuorDataLib::Value>& values() const noexcept { return values_; }
 

@@ -21,23 +21,20 @@ Ref<Recordset> CSupplierQueries::OpenSuppAgingTransactions(
     const std::string credits = step([] { return GetAgingSuppPmtCreditsSQL(); });
     const std::int16_t engine = step([] { return engineType(); });
 
-    Statement rows;
-    rows.text("SELECT ").fragment(fields).text("\r\n");
-    rows.text(Sql::kDetails).text(credits).bind(AgingDate);
-    rows.text(Sql::kJoinParties);
-    rows.text(Sql::kJoinOutstanding).text(Sql::kTotalPayments.of(engine)).text(Sql::kPayments);
-    if (SuppId != 0) rows.text(Sql::kPaymentsOfSupplier).number(SuppId).text("\r\n");
-    rows.text(Sql::kOutstandingAtDate).bind(AgingDate).bind(AgingDate);
-    if (SuppId != 0) rows.text(Sql::kPurchasesOfSupplier).bind(SuppId);
-    rows.text(Sql::kRows).bind(AgingDate).bind(AgingDate);
-    if (SuppId != 0) rows.text(Sql::kOfSupplier).bind(SuppId);
-    if (!ShowAllTransactions) rows.text(Sql::kOutstandingOnly);
-    if (!Filter.empty()) rows.text(" AND (").fragment(Filter).text(")\r\n");
-    if (!GroupBy.empty()) rows.text(" GROUP BY ").fragment(GroupBy).text("\r\n");
-
     Statement statement;
     if (ByCurrency) statement.text(Sql::kByCurrencyBefore);
-    statement.append(rows);
+    statement.text("SELECT ").fragment(fields).text("\r\n");
+    statement.text(Sql::kDetails).text(credits).bind(AgingDate);
+    statement.text(Sql::kJoinParties);
+    statement.text(Sql::kJoinOutstanding).text(Sql::kTotalPayments.of(engine)).text(Sql::kPayments);
+    if (SuppId != 0) statement.text(Sql::kPaymentsOfSupplier).number(SuppId).text("\r\n");
+    statement.text(Sql::kOutstandingAtDate).bind(AgingDate).bind(AgingDate);
+    if (SuppId != 0) statement.text(Sql::kPurchasesOfSupplier).bind(SuppId);
+    statement.text(Sql::kRows).bind(AgingDate).bind(AgingDate);
+    if (SuppId != 0) statement.text(Sql::kOfSupplier).bind(SuppId);
+    if (!ShowAllTransactions) statement.text(Sql::kOutstandingOnly);
+    if (!Filter.empty()) statement.text(" AND (").fragment(Filter).text(")\r\n");
+    if (!GroupBy.empty()) statement.text(" GROUP BY ").fragment(GroupBy).text("\r\n");
     if (ByCurrency) statement.text(Sql::kByCurrencyAfter);
     statement.text(" ORDER BY ");
     statement.fragment(OrderBy.empty() ? Sql::kDefaultOrder : OrderBy).text("\r\n");

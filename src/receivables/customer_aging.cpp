@@ -21,20 +21,17 @@ Ref<Recordset> CCustomerQueries::OpenCustAgingTransactions(
     const std::string credits = step([&] { return GetAgingCustPmtCreditsSQL(ByOrder); });
     const std::int16_t engine = step([] { return engineType(); });
 
-    Statement rows;
-    rows.text("SELECT ").fragment(fields).text("\r\n FROM ((((");
-    rows.text(details).text("\r\n UNION ALL \r\n").text(credits).bind(AsOfDate);
-    rows.text(Sql::kJoinParties);
-    rows.text(Sql::kJoinOutstanding).text(Sql::kTotalPayments.of(engine));
-    rows.text(Sql::kOutstandingAtDate).bind(AsOfDate).bind(AsOfDate).bind(AsOfDate);
-    if (CustomerId != 0) rows.text(Sql::kOfCustomer).number(CustomerId);
-    if (!AllTransactions) rows.text(Sql::kOutstandingOnly);
-    if (!ExtraWhere.empty()) rows.text(" AND (").fragment(ExtraWhere).text(")");
-    if (!GroupBy.empty()) rows.text(" GROUP BY ").fragment(GroupBy);
-
     Statement statement;
     if (ByCurrency) statement.text(Sql::kByCurrencyBefore);
-    statement.append(rows);
+    statement.text("SELECT ").fragment(fields).text("\r\n FROM ((((");
+    statement.text(details).text("\r\n UNION ALL \r\n").text(credits).bind(AsOfDate);
+    statement.text(Sql::kJoinParties);
+    statement.text(Sql::kJoinOutstanding).text(Sql::kTotalPayments.of(engine));
+    statement.text(Sql::kOutstandingAtDate).bind(AsOfDate).bind(AsOfDate).bind(AsOfDate);
+    if (CustomerId != 0) statement.text(Sql::kOfCustomer).number(CustomerId);
+    if (!AllTransactions) statement.text(Sql::kOutstandingOnly);
+    if (!ExtraWhere.empty()) statement.text(" AND (").fragment(ExtraWhere).text(")");
+    if (!GroupBy.empty()) statement.text(" GROUP BY ").fragment(GroupBy);
     if (ByCurrency) statement.text(Sql::kByCurrencyAfter);
     if (OrderBy.empty()) {
       statement.text(Sql::kDefaultOrder);
