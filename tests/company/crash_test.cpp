@@ -1,0 +1,134 @@
+// What is left when the process is killed at any moment, or the disk is full.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include "company/company_file.h"
+#include "host/another_process.h"
+#include "host/engines/store.h"
+
+namespace {
+
+using companytest::Folder;
+using QuorDataLib::Value;
+using QuorHost::Access;
+using QuorHost::Sql::Dialect;
+using QuorHost::Testing::inAnotherProcess;
+using QuorHost::Testing::statusOf;
+using QuorHost::Testing::turnsUntilKilled;
+using testing::IsEmpty;
+
+// Odd times, so that the processes are caught at different places.
+constexpr int kMilliseconds[] = {0, 1, 2, 3, 5, 7, 11, 17, 23, 31};
+constexpr int kRows = 300;
+
+std::string customers(int rows) {
+  std::string csv = "Name\n";
+  for (int i = 0; i < rows; ++i) csv += "Customer " + std::to_string(i) + "\n";
+  return csv;
+}
+
+void importCustomers(QuorHost::Store& store, int rows) {
+  std::istringstream csv(customers(rows));
+  QuorHost::importCsv(store, "Cust", csv, false);
+}
+
+/// The number of customers in a company that must be whole.
+int customersOf(const std::string& path) {
+  const auto store = QuorHost::openCompanyFile(path, Access::Read);
+  EXPECT_THAT(QuorHost::checkCompany(*store), IsEmpty());
+  return store->connect(Dialect::Server)
+      ->OpenRecordset("SELECT COUNT(*) AS N FROM Cust", 4, 0, {}, -1)
+      ->Field(0)
+      .toLong();
+}
+
+TEST(Killed, WhatWasStoredThroughRecordsetsIsThere) {
+  const Folder folder;
+  const std::string path = folder.file("company");
+  QuorHost::createCompany(path, {});
+  for (const int milliseconds : kMilliseconds) {
+    const int before = customersOf(path);
+    std::shared_ptr<QuorHost::Store> store;
+    const int stored = turnsUntilKilled(milliseconds, [&](int turn) {
+      if (!store) store = QuorHost::openCompanyFile(path, Access::Write);
+      const auto rows = store->connect(Dialect::Server)
+                            ->OpenRecordset("SELECT * FROM Cust WHERE InCustId = 0", 1, 0, {}, -1);
+      rows->AddNew();
+      rows->SetField("Name", Value("Customer " + std::to_string(turn)));
+      rows->Update();
+    });
+    EXPECT_GT(stored, 0);
+    const int added = customersOf(path) - before;
+    EXPECT_TRUE(added == stored || added == stored + 1) << added << " of " << stored;
+  }
+}
+
+TEST(Killed, AnImportIsThereInWholeOrNotAtAll) {
+  const Folder folder;
+  const std::string path = folder.file("company");
+  QuorHost::createCompany(path, {});
+  for (const int milliseconds : kMilliseconds) {
+    const int before = customersOf(path);
+    std::shared_ptr<QuorHost::Store> store;
+    const int imported = turnsUntilKilled(milliseconds, [&](int) {
+      if (!store) store = QuorHost::openCompanyFile(path, Access::Write);
+      importCustomers(*store, kRows);
+    });
+    const int added = customersOf(path) - before;
+    EXPECT_TRUE(added == imported * kRows || added == (imported + 1) * kRows)
+        << added << " rows of " << imported << " imports";
+  }
+}
+
+TEST(Killed, ACompanyThatIsMadeAnewIsTheOldOneOrTheNewOne) {
+  const Folder folder;
+  const std::string path = folder.file("company");
+  for (const int milliseconds : {0, 20, 50, 90, 140}) {
+    turnsUntilKilled(milliseconds,
+                     [&](int) { QuorHost::createCompany(path, {.sample = true, .force = true}); });
+    EXPECT_GT(customersOf(path), 0);
+  }
+}
+
+/// Lets files of this process grow to `bytes` only. The engine meets what a full disk gives it.
+void limitFiles(rlim_t bytes) {
+  signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Whether `work` raises an error that speaks of the disk.
+template <class Work>
+bool failsForTheDisk(Work&& work) {
+  try {
+    work();
+  } catch (const companytest::Error& error) {
+    return error.description().find("disk") != std::string::npos;
+  }
+  return false;
+}
+
+TEST(FullDisk, NothingIsLostAndNothingIsLeftHalfDone) {
+  const Folder folder;
+  const std::string path = folder.file("company");
+  QuorHost::createCompany(path, {});
+  importCustomers(*QuorHost::openCompanyFile(path, Access::Write), kRows);
+  const auto size = std::filesystem::file_size(path);
+  EXPECT_EQ(statusOf(inAnotherProcess([&] {
+              const auto store = QuorHost::openCompanyFile(path, Access::Write);
+              limitFiles(size + 50'000);
+              return failsForTheDisk([&] { importCustomers(*store, 100 * kRows); });
+            })),
+            0);
+  EXPECT_EQ(customersOf(path), kRows);
+  EXPECT_EQ(statusOf(inAnotherProcess([&] {
+              limitFiles(500'000);
+              return failsForTheDisk(
+                  [&] { QuorHost::createCompany(folder.file("other"), {.sample = true}); });
+            })),
+            0);
+  EXPECT_THAT(folder.content(), testing::ElementsAre("company"));
+}
+
+}  // namespace
