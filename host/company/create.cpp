@@ -5,6 +5,10 @@
 #ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #endif
 
 #include "host/company/company.h"
@@ -62,12 +66,32 @@ void sync([[maybe_unused]] const fs::path& path) noexcept {
 #endif
 }
 
+fs::path folderOf(const fs::path& target) {
+  return target.has_parent_path() ? target.parent_path() : fs::path(".");
+}
+
+constexpr const char* kUnfinished = ".unfinished-";
+
 /// A name beside the target that no other running process uses.
 fs::path unfinishedName(const fs::path& target) {
 #ifdef _WIN32
-  return fs::path(target).concat(".unfinished");
+  return fs::path(target).concat(kUnfinished);
 #else
-  return fs::path(target).concat(".unfinished-" + std::to_string(::getpid()));
+  return fs::path(target).concat(kUnfinished + std::to_string(::getpid()));
+#endif
+}
+
+/// Removes what processes have left that were ended before they could finish the same company.
+void removeAbandoned([[maybe_unused]] const fs::path& target) {
+#ifndef _WIN32
+  const std::string start = target.filename().string() + kUnfinished;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folderOf(target), error)) {
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with(start)) continue;
+    const pid_t process = std::atoi(name.c_str() + start.size());
+    if (process > 0 && ::kill(process, 0) != 0 && errno == ESRCH) fs::remove(entry.path(), error);
+  }
 #endif
 }
 
@@ -83,7 +107,7 @@ void requirePlace(const fs::path& target, bool force) {
                                             "' exists already: choose another name, or use force "
                                             "to replace it");
   }
-  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  const fs::path folder = folderOf(target);
   if (!fs::is_directory(folder, error)) {
     raise(ErrorNumber::InvalidArgument,
           "There is no folder '" + folder.string() + "': make it first");
@@ -112,6 +136,7 @@ void createCompany(const std::string& path, const CreateOptions& options,
   }
   const fs::path target(path);
   requirePlace(target, options.force);
+  removeAbandoned(target);
   const UnfinishedFile unfinished(unfinishedName(target));
   {
     const std::shared_ptr<Store> store =
@@ -128,7 +153,7 @@ void createCompany(const std::string& path, const CreateOptions& options,
     raise(ErrorNumber::InvalidArgument,
           "The company cannot be put in place as '" + target.string() + "': " + error.message());
   }
-  sync(target.has_parent_path() ? target.parent_path() : fs::path("."));
+  sync(folderOf(target));
 }
 
 }  // namespace QuorHost

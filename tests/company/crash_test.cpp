@@ -89,6 +89,8 @@ TEST(Killed, ACompanyThatIsMadeAnewIsTheOldOneOrTheNewOne) {
                      [&](int) { QuorHost::createCompany(path, {.sample = true, .force = true}); });
     EXPECT_GT(customersOf(path), 0);
   }
+  QuorHost::createCompany(path, {.force = true});
+  EXPECT_THAT(folder.content(), testing::ElementsAre("company"));
 }
 
 /// Lets files of this process grow to `bytes` only. The engine meets what a full disk gives it.

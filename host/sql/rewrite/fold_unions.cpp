@@ -81,8 +81,7 @@ class UnionFolder final : public Walker {
     }
     select.outputs = arena_.list(outputs);
     if (outer.where != nullptr) {
-      Expression* const condition = inTermsOf(inner, source, outer.where);
-      select.where = inner.where == nullptr ? condition : both(inner.where, condition);
+      select.where = both(inner.where, inTermsOf(inner, source, outer.where), arena_);
     }
     return arena_.make(select);
   }
@@ -98,14 +97,6 @@ class UnionFolder final : public Walker {
     Expression copy = *expression;
     copy.args = arena_.list(args);
     return arena_.make(copy);
-  }
-
-  Expression* both(Expression* a, Expression* b) {
-    return arena_.make(Expression{.kind = Expression::Kind::Logic,
-                                  .type = Type::Boolean,
-                                  .op = Operator::And,
-                                  .isCondition = true,
-                                  .args = arena_.list(std::vector{a, b})});
   }
 
   Arena& arena_;

@@ -116,26 +116,19 @@ class LookUps final : public Walker {
     const Output& output = select.outputs[column];
     select.outputs = arena_.list(std::vector{output});
     Expression* const key = select.groupBy.front();
-    Expression* const match = arena_.make(Expression{.kind = Kind::Compare,
-                                                     .type = Type::Boolean,
-                                                     .op = Operator::Equal,
-                                                     .isCondition = true,
-                                                     .args = list({key, totals_.value})});
-    select.where = select.where == nullptr
-                       ? match
-                       : arena_.make(Expression{.kind = Kind::Logic,
-                                                .type = Type::Boolean,
-                                                .op = Operator::And,
-                                                .isCondition = true,
-                                                .args = list({select.where, match})});
+    Expression* const match =
+        arena_.make(Expression{.kind = Kind::Compare,
+                               .type = Type::Boolean,
+                               .op = Operator::Equal,
+                               .isCondition = true,
+                               .args = arena_.list(std::vector{key, totals_.value})});
+    select.where = both(select.where, match, arena_);
     if (isNullOfNothing(*output.value)) select.groupBy = {};
     Query query;
     query.branches = arena_.list(std::vector{Tree::Branch{.select = arena_.make(select)}});
     query.columns = arena_.list(std::vector{OutputColumn{output.name, output.value->type}});
     return arena_.make(query);
   }
-
-  std::span<Expression*> list(const std::vector<Expression*>& args) { return arena_.list(args); }
 
   const Totals& totals_;
   Arena& arena_;

@@ -1,6 +1,7 @@
 #include "host/sql/rewrite/walker.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace QuorHost::Sql {
 namespace {
@@ -76,6 +77,15 @@ std::span<Expression* const> conjuncts(Expression* const& condition) {
   if (condition == nullptr) return {};
   const bool both = condition->kind == Kind::Logic && condition->op == Operator::And;
   return both ? std::span<Expression* const>(condition->args) : std::span(&condition, 1);
+}
+
+Expression* both(Expression* condition, Expression* further, Arena& arena) {
+  if (condition == nullptr) return further;
+  return arena.make(Expression{.kind = Kind::Logic,
+                               .type = Type::Boolean,
+                               .op = Operator::And,
+                               .isCondition = true,
+                               .args = arena.list(std::vector{condition, further})});
 }
 
 bool reads(Expression& expression, const Tree::Source& source) {

@@ -1,8 +1,9 @@
-// Visiting every part of a resolved query.
+// Visiting every part of a resolved query, and what several passes ask of expressions.
 #pragma once
 
 #include <span>
 
+#include "host/sql/arena.h"
 #include "host/sql/tree.h"
 
 namespace QuorHost::Sql {
@@ -32,6 +33,10 @@ class Walker {
 
 /// The conditions that `condition`, which may be null, joins by AND.
 [[nodiscard]] std::span<Tree::Expression* const> conjuncts(Tree::Expression* const& condition);
+
+/// `condition`, which may be null, and `further` joined by AND.
+[[nodiscard]] Tree::Expression* both(Tree::Expression* condition, Tree::Expression* further,
+                                     Arena& arena);
 
 /// Whether `expression`, with its sub-selects, reads a column of `source`.
 [[nodiscard]] bool reads(Tree::Expression& expression, const Tree::Source& source);
