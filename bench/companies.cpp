@@ -9,7 +9,7 @@
 namespace QuorBench {
 
 Company::Company(const std::string& path)
-    : store_(QuorHost::openCompanyFile(path, QuorHost::Access::Read)),
+    : store_(QuorHost::openCompany(path, QuorHost::Access::Read)),
       host_({.store = store_}),
       connection_(host_.connection()),
       customers_(QuorDataLib::make<QuorAccQueries::CCustomerQueries>()),

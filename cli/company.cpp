@@ -38,7 +38,7 @@ int create(const CompanyOptions& options, Console& console) {
                               bar.show(what, done, total);
                             });
   }
-  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  const auto store = QuorHost::openCompany(options.file, Access::Read);
   printMade(options.file, QuorHost::describeCompany(*store), console);
   return kDone;
 }
@@ -50,7 +50,7 @@ int importRows(const CompanyOptions& options, Console& console) {
     file.open(options.csv, std::ios::binary);
     if (!file) throw Failure("the CSV file " + options.csv + " cannot be read");
   }
-  const auto store = QuorHost::openCompanyFile(options.file, Access::Write);
+  const auto store = QuorHost::openCompany(options.file, Access::Write);
   const std::int64_t rows =
       QuorHost::importCsv(*store, options.table, fromInput ? console.in : file, options.replace);
   console.out << grouped(rows) << (rows == 1 ? " row" : " rows") << " loaded into " << options.table
@@ -59,19 +59,19 @@ int importRows(const CompanyOptions& options, Console& console) {
 }
 
 int exportRows(const CompanyOptions& options, Console& console) {
-  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  const auto store = QuorHost::openCompany(options.file, Access::Read);
   QuorHost::exportCsv(*store, options.table, console.out);
   return kDone;
 }
 
 int info(const CompanyOptions& options, Console& console) {
-  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  const auto store = QuorHost::openCompany(options.file, Access::Read);
   printInfo(options.file, QuorHost::describeCompany(*store), console);
   return kDone;
 }
 
 int check(const CompanyOptions& options, Console& console) {
-  const auto store = QuorHost::openCompanyFile(options.file, Access::Read);
+  const auto store = QuorHost::openCompany(options.file, Access::Read);
   const std::vector<std::string> findings = QuorHost::checkCompany(*store);
   for (const std::string& finding : findings) console.out << finding << '\n';
   if (findings.empty()) {

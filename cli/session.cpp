@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "host/company/company.h"
+
 namespace QuorCli {
 
 using QuorDataLib::Connection;
@@ -17,7 +19,7 @@ Session::Session(const RunOptions& options, Access access, Console& console)
     : defaultConnection_(options.defaultConnection) {
   QuorHost::HostOptions host;
   host.overrides = foundationValues(options.foundation);
-  if (!options.company.empty()) store_ = QuorHost::openCompanyFile(options.company, access);
+  if (!options.company.empty()) store_ = QuorHost::openCompany(options.company, access);
   host.store = store_;
   host.dialect = options.dialect;
   host.onError = options.onError;

@@ -14,8 +14,8 @@
 
 namespace QuorHost {
 
-/// Version of the schema that this build makes and reads.
-inline constexpr int kSchemaVersion = 1;
+/// Version of the schema that this build makes, and brings older companies up to.
+inline constexpr int kSchemaVersion = kNewestSchemaVersion;
 
 /// Largest scale of the sample: more would not fit its 32-bit keys.
 inline constexpr std::int32_t kLargestScale = 100'000;
@@ -41,6 +41,11 @@ struct CreateOptions {
 /// as it is until the new one is complete.
 void createCompany(const std::string& path, const CreateOptions& options,
                    const Progress& progress = {});
+
+/// Opens a company file as `openCompanyFile` does. One of an older schema is first brought up to
+/// this one, in one transaction, also when it is opened for reading; raises what stands in the way
+/// of that, and then leaves the file as it is.
+[[nodiscard]] std::shared_ptr<Store> openCompany(const std::string& path, Access access);
 
 /// Loads CSV (RFC 4180, UTF-8, a header row that names any subset of the table's columns, an empty
 /// field is null, an empty quoted field the empty text) into `table`, in one transaction, after the

@@ -9,30 +9,49 @@ namespace QuorHost {
 
 namespace {
 
-/// Whether a statement, after the comments before it, makes an index.
-bool makesIndex(std::string_view statement) {
+/// What a `CREATE` statement makes.
+struct Made {
+  bool isIndex = false;
+  std::string_view name;
+};
+
+/// Takes the first word off `text`, which goes on with the next.
+std::string_view takeWord(std::string_view& text) {
   constexpr std::string_view kBlanks = " \t\r\n";
-  for (;;) {
-    const std::size_t start = statement.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) return false;
-    statement.remove_prefix(start);
-    if (!statement.starts_with("--")) return statement.starts_with("CREATE INDEX");
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  const std::string_view word = text.substr(0, text.find_first_of(kBlanks));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+/// What stands behind the comments and the CREATE.
+Made madeBy(std::string_view statement) {
+  while (takeWord(statement).starts_with("--")) {
     statement.remove_prefix(std::min(statement.find('\n'), statement.size()));
   }
+  const std::string_view kind = takeWord(statement);
+  return {kind == "INDEX", takeWord(statement)};
 }
 
 /// The statements that make indexes, or those that do not.
 std::vector<std::string> statements(bool indexes) {
   std::vector<std::string> chosen;
-  for (const std::string_view text : schemaTexts()) {
-    for (std::string& statement : Sql::splitStatements(text)) {
-      if (makesIndex(statement) == indexes) chosen.push_back(std::move(statement));
-    }
-  }
+  forEachDefinition([&](std::string_view, const std::string& statement) {
+    if (madeBy(statement).isIndex == indexes) chosen.push_back(statement);
+  });
   return chosen;
 }
 
 }  // namespace
+
+void forEachDefinition(
+    const std::function<void(std::string_view name, const std::string& statement)>& visit) {
+  for (const std::string_view text : schemaTexts()) {
+    for (const std::string& statement : Sql::splitStatements(text)) {
+      visit(madeBy(statement).name, statement);
+    }
+  }
+}
 
 void defineRelations(Store& store) {
   for (const std::string& statement : statements(false)) store.define(statement);

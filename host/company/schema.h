@@ -13,6 +13,11 @@ namespace QuorHost {
 /// The texts of the schema files, in their order of definition.
 const std::vector<std::string_view>& schemaTexts();
 
+/// Calls `visit` with the name of every table, view and index of the schema, in their order, and
+/// the statement that makes it.
+void forEachDefinition(
+    const std::function<void(std::string_view name, const std::string& statement)>& visit);
+
 /// Defines the tables and views in an empty database.
 void defineRelations(Store& store);
 

@@ -2,12 +2,13 @@
 
 #include "core/queries.h"
 #include "host/application/host.h"
+#include "host/company/company.h"
 #include "receivables/customer_queries.h"
 
 int main(int argc, char** argv) try {
   // A real application installs its own objects; the reference host opens a company file.
-  QuorHost::Host host({.store = QuorHost::openCompanyFile(argc > 1 ? argv[1] : "company.db",
-                                                          QuorHost::Access::Read)});
+  QuorHost::Host host(
+      {.store = QuorHost::openCompany(argc > 1 ? argv[1] : "company.db", QuorHost::Access::Read)});
   host.install();
 
   const auto queries = QuorDataLib::make<QuorAccQueries::CQueries>();

@@ -14,14 +14,14 @@ constexpr Oddities kCustomerOddities{
     .partial = 45, .overpaid = 25, .creditUsed = 300, .refunded = 200};
 constexpr Cents kReturnedChequeFee = 4'500;
 
-Table paymentTable(Store& store) {
+Table receiptTable(Store& store) {
   return {store,
           "PmtHdr",
           {"InPmtId", "ExCustId", "PmtDate", "ChqNo", "PmtType", "PmtTotAmnt", "PmtTotAmntHome",
            "ExchDiffHome", "ExchangeRate", "ExCurrencyId", "ExSegmentId", "ExGLAcctId"}};
 }
 
-Table paymentLineTable(Store& store) {
+Table receiptLineTable(Store& store) {
   return {
       store, "PmtDet", {"ExPmtId", "ExInvoiId", "ExPmtRefId", "PmtAmnt", "PmtDisc", "PmtDiscHome"}};
 }
@@ -43,7 +43,7 @@ Receivables::Receivables(Store& store, Ledger& ledger, const Rates& rates,
       lines_(store, "InvoiDet",
              {"ExInvoiId", "ExItemId", "Qty", "UnitPrice", "LineAmnt", "ExSaleAcctId", "ExProjId",
               "ExSegmentId"}),
-      settlements_(paymentTable(store), paymentLineTable(store), ledger, rates, kReceivablesSide,
+      settlements_(receiptTable(store), receiptLineTable(store), ledger, rates, kReceivablesSide,
                    kCustomerOddities, numbering_, random_.fork(), customers_.size()),
       deliveries_(kDays) {}
 

@@ -284,6 +284,8 @@ CREATE INDEX PurcHdrBySupp ON PurcHdr (ExSuppId, PurcDate)
 CREATE INDEX PurcHdrByDate ON PurcHdr (PurcDate);
 -- Orders, receptions and what is expected of a supplier.
 CREATE INDEX PurcHdrByType ON PurcHdr (ExSuppId, PurcType) INCLUDE (POrderStatus);
+-- The few orders of a supplier that goods are expected on, among all that he ever had.
+CREATE INDEX PurcHdrByStatus ON PurcHdr (ExSuppId, POrderStatus);
 CREATE INDEX PurcDetByPurc ON PurcDet (ExPurcId) INCLUDE (Qty);
 CREATE INDEX PurcDetByItem ON PurcDet (ExItemId);
 -- What came of an order's line, and what was invoiced of a reception's.

@@ -1,0 +1,59 @@
+#include <algorithm>
+#include <array>
+
+#include "host/company/company.h"
+#include "host/company/schema.h"
+#include "platform/error.h"
+
+namespace QuorHost {
+namespace {
+
+using QuorDataLib::Error;
+
+/// A table, a view or an index, and the version of the schema that brought it.
+struct Addition {
+  int version;
+  std::string_view name;
+};
+
+/// What the schema has that version 1 had not.
+constexpr std::array<Addition, 1> kAdditions{{{2, "PurcHdrByStatus"}}};
+
+bool isNewSince(int version, std::string_view name) {
+  return std::ranges::any_of(kAdditions, [&](const Addition& addition) {
+    return addition.version > version && addition.name == name;
+  });
+}
+
+/// Adds what the company's schema lacks, all or nothing.
+void bringUp(Store& store) {
+  const std::unique_ptr<Transaction> transaction = store.begin();
+  // Another process may have been faster.
+  const int version = store.schemaVersion();
+  if (version >= kSchemaVersion) return;
+  forEachDefinition([&](std::string_view name, const std::string& statement) {
+    if (isNewSince(version, name)) store.define(statement);
+  });
+  store.setSchemaVersion(kSchemaVersion);
+  transaction->commit();
+}
+
+}  // namespace
+
+std::shared_ptr<Store> openCompany(const std::string& path, Access access) {
+  std::shared_ptr<Store> store = openCompanyFile(path, access);
+  const int version = store->schemaVersion();
+  if (version < 1 || version >= kSchemaVersion) return store;
+  store.reset();
+  try {
+    bringUp(*openCompanyFile(path, Access::Write));
+  } catch (const Error& error) {
+    throw Error(error.number(), error.source(),
+                "The company file has an older schema (" + std::to_string(version) + ", here " +
+                    std::to_string(kSchemaVersion) +
+                    ") and must be brought up to date: " + error.description());
+  }
+  return openCompanyFile(path, access);
+}
+
+}  // namespace QuorHost
