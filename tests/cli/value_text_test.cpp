@@ -23,7 +23,7 @@ using QuorDataLib::Date;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 
-std::string json(const Value& value) {
+std::string inJson(const Value& value) {
   std::string text;
   appendJson(text, value);
   return text;
@@ -77,26 +77,26 @@ TEST(ValueText, hasOneFormForEachType) {
   EXPECT_EQ(plain(Date::of(2025, 1, 2, 3, 4, 5)), "2025-01-02T03:04:05");
   EXPECT_EQ(plain(Date()), "");
   EXPECT_EQ(plain(false), "false");
-  EXPECT_EQ(json(Currency::fromUnits(-1)), R"("-0.0001")");
-  EXPECT_EQ(json(Date()), R"("")");
-  EXPECT_EQ(json(Value::null()), "null");
-  EXPECT_EQ(json(Value()), "null");
-  EXPECT_EQ(json(std::int16_t{-7}), "-7");
+  EXPECT_EQ(inJson(Currency::fromUnits(-1)), R"("-0.0001")");
+  EXPECT_EQ(inJson(Date()), R"("")");
+  EXPECT_EQ(inJson(Value::null()), "null");
+  EXPECT_EQ(inJson(Value()), "null");
+  EXPECT_EQ(inJson(std::int16_t{-7}), "-7");
   EXPECT_EQ(printedType(ValueType::Empty), "null");
 }
 
 TEST(ValueText, jsonReadsBackExactly) {
   for (const double number : {0.1, -0.0, 15.0, 1e21, 1e-300, 123456789.123456789}) {
-    const auto back = nlohmann::json::parse(json(number));
+    const auto back = nlohmann::json::parse(inJson(number));
     EXPECT_TRUE(back.is_number_float()) << number;
     EXPECT_EQ(back.get<double>(), number);
     EXPECT_EQ(std::signbit(back.get<double>()), std::signbit(number));
   }
-  EXPECT_EQ(json(std::numeric_limits<double>::infinity()), "null");
+  EXPECT_EQ(inJson(std::numeric_limits<double>::infinity()), "null");
   for (const std::string text : {"plain", "\"quoted\\\"", "L\xC3\xA9ger\n\t\x01", "\x7f", ""}) {
-    EXPECT_EQ(nlohmann::json::parse(json(text)).get<std::string>(), text);
+    EXPECT_EQ(nlohmann::json::parse(inJson(text)).get<std::string>(), text);
   }
-  EXPECT_EQ(nlohmann::json::parse(json("caf\xE9!")).get<std::string>(), "caf\xEF\xBF\xBD!");
+  EXPECT_EQ(nlohmann::json::parse(inJson("caf\xE9!")).get<std::string>(), "caf\xEF\xBF\xBD!");
 }
 
 TEST(ValueText, anObjectIsItsReadableProperties) {
@@ -104,10 +104,10 @@ TEST(ValueText, anObjectIsItsReadableProperties) {
   record->SetLastPmtAmnt(Currency::fromUnits(12'3456));
   record->SetLastPmtDate(Date::of(2025, 6, 30));
   record->SetLastPmtType("CHQ");
-  const auto back = nlohmann::ordered_json::parse(json(record));
+  const auto back = nlohmann::ordered_json::parse(inJson(record));
   EXPECT_EQ(back.dump(), R"({"LastPmtDate":"2025-06-30","LastPmtAmnt":"12.3456","LastPmtCode":0,)"
                          R"("LastPmtType":"CHQ"})");
-  EXPECT_EQ(json(QuorDataLib::Ref<QuorDataLib::Object>()), "null");
+  EXPECT_EQ(inJson(QuorDataLib::Ref<QuorDataLib::Object>()), "null");
 }
 
 TEST(DisplayText, measuresWhatATerminalShows) {

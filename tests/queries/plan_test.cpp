@@ -60,7 +60,8 @@ class PlanReader final : public QuorDataLib::Connection {
       if (step.starts_with("CO-ROUTINE ")) streams.insert(step.substr(11));
       const bool scan = step.starts_with("SCAN ") && !streams.contains(step.substr(5));
       if (scan || step.starts_with("MATERIALIZE") || step.find("AUTOMATIC") != std::string::npos) {
-        slow.push_back(step + " in " + sql);
+        slow.push_back(step);
+        slow.back().append(" in ").append(sql);
       }
     }
   }

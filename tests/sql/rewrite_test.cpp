@@ -60,7 +60,7 @@ class Untidy {
       case Type::Double:
         return Value(0.25 * below(6));
       case Type::Currency:
-        return Value(Currency::fromUnits(1'000 * (below(7) - 2)));
+        return Value(Currency::fromUnits(std::int64_t{1'000} * (below(7) - 2)));
       case Type::Date:
         return Value(Date::of(2024, 1, 1 + below(28)));
       default:
@@ -240,8 +240,10 @@ TEST(FasterFormLimits, FallsBackToTheStatementAsItIs) {
       "CREATE TABLE T (Id INT); CREATE VIEW V AS SELECT Id FROM (SELECT Id FROM T) AS U");
   int accepted = 0;
   for (int depth = 1; depth < 60; ++depth) {
-    std::string text = "SELECT Id FROM V";
-    for (int i = 0; i < depth; ++i) text = "SELECT Id FROM (" + text + ") AS D";
+    std::string text;
+    for (int i = 0; i < depth; ++i) text += "SELECT Id FROM (";
+    text += "SELECT Id FROM V";
+    for (int i = 0; i < depth; ++i) text += ") AS D";
     if (database.refusal(text, kServer).empty()) ++accepted;
   }
   EXPECT_GT(accepted, 5);

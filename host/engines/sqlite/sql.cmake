@@ -19,4 +19,5 @@ add_library(quoracc_sqlite_sql STATIC
   ${CMAKE_CURRENT_LIST_DIR}/text_functions.cpp)
 target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_sql SQLite::SQLite3
                                          PRIVATE ICU::i18n ICU::uc)
+set_target_properties(quoracc_sqlite_sql PROPERTIES UNITY_BUILD OFF)
 quoracc_target(quoracc_sqlite_sql)
