@@ -36,7 +36,7 @@ std::shared_ptr<Query> byKeyAndDates(const Company& company, const std::string& 
 
 /// What `open` gives against a statement by hand.
 template <class Open>
-Pair against(Open open, const std::shared_ptr<Query>& byHand) {
+Pair against(const Open& open, const std::shared_ptr<Query>& byHand) {
   requireSame(read(open()), byHand->read());
   return {[open] { read(open()); }, [byHand] { byHand->read(); }};
 }

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <array>
+
 #include "company/company_file.h"
 #include "host/another_process.h"
 #include "host/engines/store.h"
@@ -58,9 +60,9 @@ TEST(OlderSchema, IsBroughtUpToDateByOneOfSeveralProcesses) {
   const Folder folder;
   const std::string path = folder.file("company");
   makeVersion1(path);
-  std::vector<pid_t> children;
-  for (int i = 0; i < 4; ++i) {
-    children.push_back(QuorHost::Testing::inAnotherProcess([&] { return isUpToDate(path); }));
+  std::array<pid_t, 4> children{};
+  for (pid_t& child : children) {
+    child = QuorHost::Testing::inAnotherProcess([&] { return isUpToDate(path); });
   }
   for (const pid_t child : children) EXPECT_EQ(QuorHost::Testing::statusOf(child), 0);
 }
