@@ -8,8 +8,6 @@ namespace {
 
 using QuorDataLib::Date;
 using QuorDataLib::Parameters;
-using QuorDataLib::Recordset;
-using QuorDataLib::Ref;
 using QuorDataLib::Value;
 
 const Date kFrom = Date::of(2024, 1, 1);
