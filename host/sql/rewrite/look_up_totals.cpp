@@ -169,7 +169,8 @@ class TotalsFinder {
       const std::optional<Totals> totals = totalsOf(join);
       // A total over one table costs as much to look up as in a table of totals that is built
       // first.
-      if (!totals || !(few || totals->select->from->source != nullptr)) {
+      const bool worthIt = totals && (few || totals->select->from->source != nullptr);
+      if (!worthIt) {
         place = &join.left;
         continue;
       }
