@@ -27,9 +27,12 @@ void runRaw(const std::string& path, const char* sql) {
 /// The sample as version 1 of the schema had it.
 void makeVersion1(const std::string& path) {
   QuorHost::createCompany(path, {.sample = true});
-  runRaw(path,
-         "DROP INDEX PurcHdrByStatus; DELETE FROM QuorCatalogue WHERE Name = 'PurcHdrByStatus';"
-         "PRAGMA user_version=1");
+  std::string back = "PRAGMA user_version=1;";
+  for (const char* const added : {"InvoiHdrById", "PurcHdrById", "PurcHdrByStatus"}) {
+    back.append("DROP INDEX ").append(added).append("; DELETE FROM QuorCatalogue WHERE Name = '");
+    back.append(added).append("';");
+  }
+  runRaw(path, back.c_str());
 }
 
 bool isUpToDate(const std::string& path) {

@@ -282,6 +282,8 @@ WHERE SuppPmtHdr.PmtTotAmnt > 0;
 CREATE INDEX PurcHdrBySupp ON PurcHdr (ExSuppId, PurcDate)
   INCLUDE (PurcType, Balance, BalanceHome, ExchangeRate, ExCurrencyId, ExDocSegmentId);
 CREATE INDEX PurcHdrByDate ON PurcHdr (PurcDate);
+-- All documents in the order in which payments are totalled by them: what is open of each.
+CREATE INDEX PurcHdrById ON PurcHdr (InPurcId) INCLUDE (Balance);
 -- Orders, receptions and what is expected of a supplier.
 CREATE INDEX PurcHdrByType ON PurcHdr (ExSuppId, PurcType) INCLUDE (POrderStatus);
 -- The few orders of a supplier that goods are expected on, among all that he ever had.

@@ -268,6 +268,8 @@ WHERE InvoiHdr.InvoiType <> 51 AND InvoiHdr.TotAmnt >= 0;
 CREATE INDEX InvoiHdrByCust ON InvoiHdr (ExCustId, InvoiDate)
   INCLUDE (InvoiType, Balance, BalanceHome, ExchangeRate, ExCurrencyId, ExDocSegmentId);
 CREATE INDEX InvoiHdrByDate ON InvoiHdr (InvoiDate);
+-- All documents in the order in which payments are totalled by them: what is open of each.
+CREATE INDEX InvoiHdrById ON InvoiHdr (InInvoiId) INCLUDE (Balance);
 CREATE INDEX InvoiDetByInvoi ON InvoiDet (ExInvoiId);
 CREATE INDEX InvoiDetByItem ON InvoiDet (ExItemId);
 CREATE INDEX PmtHdrByCust ON PmtHdr (ExCustId, PmtDate)
