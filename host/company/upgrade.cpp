@@ -17,8 +17,8 @@ struct Addition {
 };
 
 /// What the schema has that version 1 had not.
-constexpr std::array<Addition, 3> kAdditions{
-    {{2, "InvoiHdrById"}, {2, "PurcHdrById"}, {2, "PurcHdrByStatus"}}};
+constexpr std::array<Addition, 4> kAdditions{
+    {{2, "InvoiHdrById"}, {2, "InvoiHdrByType"}, {2, "PurcHdrById"}, {2, "PurcHdrByStatus"}}};
 
 bool isNewSince(int version, std::string_view name) {
   return std::ranges::any_of(kAdditions, [&](const Addition& addition) {

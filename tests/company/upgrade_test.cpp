@@ -28,7 +28,8 @@ void runRaw(const std::string& path, const char* sql) {
 void makeVersion1(const std::string& path) {
   QuorHost::createCompany(path, {.sample = true});
   std::string back = "PRAGMA user_version=1;";
-  for (const char* const added : {"InvoiHdrById", "PurcHdrById", "PurcHdrByStatus"}) {
+  for (const char* const added :
+       {"InvoiHdrById", "InvoiHdrByType", "PurcHdrById", "PurcHdrByStatus"}) {
     back.append("DROP INDEX ").append(added).append("; DELETE FROM QuorCatalogue WHERE Name = '");
     back.append(added).append("';");
   }

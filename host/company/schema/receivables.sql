@@ -270,6 +270,8 @@ CREATE INDEX InvoiHdrByCust ON InvoiHdr (ExCustId, InvoiDate)
 CREATE INDEX InvoiHdrByDate ON InvoiHdr (InvoiDate);
 -- All documents in the order in which payments are totalled by them: what is open of each.
 CREATE INDEX InvoiHdrById ON InvoiHdr (InInvoiId) INCLUDE (Balance);
+-- The few orders among all documents: what deposits on orders come to.
+CREATE INDEX InvoiHdrByType ON InvoiHdr (InvoiType);
 CREATE INDEX InvoiDetByInvoi ON InvoiDet (ExInvoiId);
 CREATE INDEX InvoiDetByItem ON InvoiDet (ExItemId);
 CREATE INDEX PmtHdrByCust ON PmtHdr (ExCustId, PmtDate)
