@@ -103,9 +103,9 @@ void requirePlace(const fs::path& target, bool force) {
           "'" + target.string() + "' is a folder: name a file for the company");
   }
   if (fs::exists(status) && !force) {
-    raise(ErrorNumber::InvalidArgument, "The file '" + target.string() +
-                                            "' exists already: choose another name, or use force "
-                                            "to replace it");
+    raise(ErrorNumber::InvalidArgument,
+          "The file '" + target.string() +
+              "' exists already: choose another name, or have it replaced (--force)");
   }
   const fs::path folder = folderOf(target);
   if (!fs::is_directory(folder, error)) {
