@@ -93,11 +93,13 @@ class Plans : public testing::TestWithParam<fixture::Dialect> {
 const Date kDay = Date::of(2024, 6, 30);
 
 TEST_P(Plans, OfOneCustomerAreByIndex) {
-  expectFast<CCustomerQueries>(14, [](CCustomerQueries& queries) {
+  expectFast<CCustomerQueries>(16, [](CCustomerQueries& queries) {
     for (const bool all : {false, true}) {
       queries.OpenCustAgingTransactions(all, 5, kDay, "", "", "", "", false, false);
       queries.OpenCustAgingTransactions(all, 5, Date(), "Cust.Name > 'M'", "", "", "", false,
                                         false);
+      queries.OpenCustAgingTransactions(all, 0, kDay, "CustAgingList.ExCustId IN (5, 7)", "", "",
+                                        "", false, false);
     }
     queries.OpenInvoiBalanceAtDate(5, kDay);
     queries.OpenCustHistoryList(kDay, kDay, 5);
@@ -113,10 +115,12 @@ TEST_P(Plans, OfOneCustomerAreByIndex) {
 }
 
 TEST_P(Plans, OfOneSupplierAreByIndex) {
-  expectFast<CSupplierQueries>(16, [](CSupplierQueries& queries) {
+  expectFast<CSupplierQueries>(19, [](CSupplierQueries& queries) {
     for (const bool all : {false, true}) {
       queries.OpenSuppAgingTransactions(all, 5, kDay, "", "", false, "", "");
       queries.OpenSuppAgingTransactions(all, 5, Date(), "Supp.Name > 'M'", "", false, "", "");
+      queries.OpenSuppAgingTransactions(all, 0, kDay, "SuppAgingList_View.ExSuppId IN (5, 7)", "",
+                                        false, "", "");
     }
     queries.OpenPurcBalanceAtDate(5, kDay);
     queries.OpenSuppHistoryList(5, kDay, kDay);
@@ -130,6 +134,7 @@ TEST_P(Plans, OfOneSupplierAreByIndex) {
     queries.OpenSuppLastPmt(5);
     queries.OpenSuppLastPurc(5);
     queries.OpenSuppExpectedPurcOrd(5);
+    queries.OpenSuppCostByProject(5, kDay, 2, 0, "Source");
   });
 }
 

@@ -197,14 +197,12 @@ constexpr const char* kFragments[] = {
     "SELECT A.X FROM (SELECT InInvoiId AS X, (SELECT SUM(PmtAmnt) FROM PmtDet WHERE "
     "PmtDet.ExInvoiId = InvoiHdr.InInvoiId) AS Y FROM InvoiHdr) AS A WHERE A.Y > 0",
     "SELECT A.DocOrderID FROM CustAgingDet AS A WHERE A.DocOrderID IN (SELECT ExInvoiId FROM "
-    "PmtDet "
-    "WHERE PmtDet.ExPmtId = A.ExSrcId)",
+    "PmtDet WHERE PmtDet.ExPmtId = A.ExSrcId)",
     "SELECT H.InInvoiId, G.T, G.N, G.M FROM InvoiHdr AS H LEFT JOIN (SELECT ExInvoiId AS K, "
     "SUM(PmtAmnt) AS T, COUNT(*) AS N, MAX(PmtDisc) + 1 AS M FROM PmtDet GROUP BY ExInvoiId) AS G "
     "ON G.K = H.InInvoiId WHERE H.ExCustId = 42 ORDER BY G.T, H.InInvoiId",
     "SELECT H.InInvoiId, G.K FROM InvoiHdr AS H LEFT JOIN (SELECT ExInvoiId AS K, SUM(PmtAmnt) AS "
-    "T "
-    "FROM PmtDet WHERE PmtDisc <> 0 GROUP BY ExInvoiId HAVING SUM(PmtAmnt) > 0) AS G "
+    "T FROM PmtDet WHERE PmtDisc <> 0 GROUP BY ExInvoiId HAVING SUM(PmtAmnt) > 0) AS G "
     "ON H.InInvoiId = G.K WHERE H.ExCustId = 42 AND (G.K IS NULL OR G.T > 0.2)",
     "SELECT PmtDet.InPmtDetId, G.T FROM PmtDet LEFT JOIN (SELECT ExInvoiId, SUM(PmtAmnt) AS T FROM "
     "PmtDet GROUP BY ExInvoiId) AS G ON G.ExInvoiId = PmtDet.ExPmtId WHERE PmtDet.ExInvoiId = 42",
@@ -218,8 +216,18 @@ constexpr const char* kFragments[] = {
     "H.ExCustId = Cust.InCustId WHERE NOT H.InInvoiId IS NULL OR A.DetType = 99",
     "SELECT A.DocOrderID, C.Name, H.InvoiId FROM ((CustAgingDet AS A INNER JOIN PmtHdr AS P ON "
     "P.InPmtId = A.ExSrcId) RIGHT JOIN Cust AS C ON C.InCustId = A.ExCustId) LEFT JOIN InvoiHdr AS "
-    "H "
-    "ON H.InInvoiId = A.ExSrcId OR H.ExOrderId = 7 WHERE H.InInvoiId IS NULL OR H.Balance > 0",
+    "H ON H.InInvoiId = A.ExSrcId OR H.ExOrderId = 7 WHERE H.InInvoiId IS NULL OR H.Balance > 0",
+    "SELECT C.InCustId, G.T FROM (InvoiHdr AS H LEFT JOIN (SELECT ExInvoiId AS K, SUM(PmtAmnt) AS "
+    "T FROM PmtDet GROUP BY ExInvoiId) AS G ON G.K = 7) RIGHT JOIN Cust AS C ON C.InCustId = "
+    "H.ExCustId",
+    "SELECT InvoiHdr.InInvoiId FROM InvoiHdr LEFT JOIN (SELECT ExInvoiId AS K, SUM(PmtAmnt) AS T "
+    "FROM PmtDet GROUP BY ExInvoiId) AS G ON G.K = InvoiHdr.InInvoiId WHERE EXISTS (SELECT "
+    "InvoiHdr.InInvoiId FROM InvoiHdr WHERE InvoiHdr.Balance = G.T)",
+    "SELECT InvoiHdr.InInvoiId FROM InvoiHdr WHERE EXISTS (SELECT A.DocNo FROM CustAgingDet AS A "
+    "WHERE A.ExCustId = InvoiHdr.ExCustId AND A.Balance < 0)",
+    "SELECT H.InInvoiId, G.T FROM InvoiHdr AS H LEFT JOIN (SELECT PmtDet.ExInvoiId AS K, "
+    "SUM(PmtAmnt) AS T FROM PmtDet INNER JOIN PmtHdr ON PmtHdr.InPmtId = PmtDet.ExPmtId GROUP BY "
+    "PmtDet.ExInvoiId) AS G ON G.K = H.InInvoiId WHERE H.ExCustId IN (5, 42) ORDER BY H.InInvoiId",
 };
 
 TEST_P(FasterForm, KeepsAwayWhereItWouldChangeTheRows) {

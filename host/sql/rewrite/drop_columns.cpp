@@ -38,8 +38,7 @@ class Readers final : public Walker {
 };
 
 bool mayLoseColumns(const Query& query) {
-  const bool unionAll = std::ranges::all_of(query.branches.subspan(1), &Branch::all);
-  return unionAll && std::ranges::all_of(query.branches, [](const Branch& branch) {
+  return isUnionAll(query) && std::ranges::all_of(query.branches, [](const Branch& branch) {
            if (branch.query != nullptr) return mayLoseColumns(*branch.query);
            const Select& select = *branch.select;
            const bool total = select.grouped && select.groupBy.empty();

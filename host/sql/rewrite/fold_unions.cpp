@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "host/sql/rewrite/passes.h"
@@ -19,14 +20,17 @@ bool isPlain(const Select* select) {
   return select != nullptr && !select->distinct && !select->grouped && !select->top;
 }
 
-bool isUnionAll(const Query& query) {
-  return std::ranges::all_of(query.branches.subspan(1), &Branch::all);
-}
-
 bool holdsSubSelect(const Expression& expression) {
   return expression.query != nullptr ||
          std::ranges::any_of(expression.args,
                              [](const Expression* arg) { return holdsSubSelect(*arg); });
+}
+
+/// Whether `expression` can be said in other terms than the columns of `source`: what it reads
+/// besides could be taken for something else among the tables of another select.
+bool isOf(Expression& expression, const Source& source) {
+  const std::array<const Source*, 1> only{&source};
+  return !holdsSubSelect(expression) && readsOnly(expression, only);
 }
 
 /// The union that the branch does nothing but pick from, or null.
@@ -35,7 +39,8 @@ const Query* pickedUnion(const Branch& branch) {
   if (!isPlain(select) || select->from == nullptr || select->from->source == nullptr) {
     return nullptr;
   }
-  const Query* const query = select->from->source->query;
+  const Source& source = *select->from->source;
+  const Query* const query = source.query;
   if (query == nullptr || query->branches.size() < 2 || !query->orderBy.empty() ||
       !isUnionAll(*query)) {
     return nullptr;
@@ -43,9 +48,9 @@ const Query* pickedUnion(const Branch& branch) {
   const bool plain =
       std::ranges::all_of(query->branches, [](const Branch& b) { return isPlain(b.select); });
   const bool simple =
-      std::ranges::none_of(select->outputs,
-                           [](const Output& output) { return holdsSubSelect(*output.value); }) &&
-      (select->where == nullptr || !holdsSubSelect(*select->where));
+      std::ranges::all_of(select->outputs,
+                          [&](const Output& output) { return isOf(*output.value, source); }) &&
+      (select->where == nullptr || isOf(*select->where, source));
   return plain && simple ? query : nullptr;
 }
 

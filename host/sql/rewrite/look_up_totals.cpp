@@ -39,9 +39,14 @@ bool isConstant(const Expression& value) {
   return value.kind == Kind::Literal || value.kind == Kind::Marker;
 }
 
-/// Whether WHERE asks for one value of an indexed column.
+/// Whether WHERE asks for one value of an indexed column, or for some.
 bool isNarrowed(const Select& select) {
   return std::ranges::any_of(conjuncts(select.where), [](const Expression* condition) {
+    if (condition->kind == Kind::InList) {
+      const auto list = condition->args.subspan(1);
+      return !condition->negated && isIndexed(*condition->args[0]) &&
+             std::ranges::all_of(list, [](const Expression* item) { return isConstant(*item); });
+    }
     if (condition->kind != Kind::Compare || condition->op != Operator::Equal) return false;
     const Expression& a = *condition->args[0];
     const Expression& b = *condition->args[1];
@@ -95,6 +100,29 @@ std::optional<Totals> totalsOf(const From& join) {
 /// Whether the total of no rows at all is the NULL that a left join would give.
 bool isNullOfNothing(const Expression& total) {
   return total.kind == Kind::Aggregate && total.function != Function::Count;
+}
+
+/// Looks for sub-selects that read a source of the select around them.
+class SubSelectSearch final : public Walker {
+ public:
+  explicit SubSelectSearch(const Source& source) : source_(source) {}
+  [[nodiscard]] bool found() const noexcept { return found_; }
+
+ private:
+  void visit(Expression& expression) override {
+    if (expression.query != nullptr && reads(expression, source_)) found_ = true;
+  }
+
+  const Source& source_;
+  bool found_ = false;
+};
+
+/// Whether a sub-select reads the totals. In a look-up there, the names of the tables of this
+/// select could be taken for those of the sub-select's own.
+bool isReadInSubSelect(Select& select, const Source& source) {
+  SubSelectSearch search(source);
+  search.walk(select);
+  return search.found();
 }
 
 /// Puts look-ups in the place of the columns of `totals`.
@@ -166,11 +194,13 @@ class TotalsFinder {
   void replaceTotals(Query& query, Select& select, bool few) {
     for (From** place = &select.from; (*place)->source == nullptr;) {
       From& join = **place;
+      // In the rows that a right join adds there are no totals, but a look-up could find some.
+      if (join.join == JoinKind::Right) return;
       const std::optional<Totals> totals = totalsOf(join);
       // A total over one table costs as much to look up as in a table of totals that is built
       // first.
       const bool worthIt = totals && (few || totals->select->from->source != nullptr);
-      if (!worthIt) {
+      if (!worthIt || isReadInSubSelect(select, *totals->source)) {
         place = &join.left;
         continue;
       }

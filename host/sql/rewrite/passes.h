@@ -15,8 +15,8 @@ void openViews(Tree::Query& query, const ViewReader& views);
 ///   A UNION ALL (SELECT x FROM (B UNION ALL C) WHERE y)  becomes  A UNION ALL B' UNION ALL C'
 /// where x and y are said in the terms of B and C. The engine hands every row of an inner union to
 /// the outer one, value by value.
-/// Conditions: nothing but UNION ALL; no DISTINCT, grouping, TOP or order in between; no sub-select
-/// in x or y.
+/// Conditions: nothing but UNION ALL; no DISTINCT, grouping, TOP or order in between; x and y read
+/// nothing but the union, and have no sub-select.
 void foldUnions(Tree::Query& query, Arena& arena);
 
 /// Looks totals up where few of them are wanted, or where that costs no more:
@@ -24,8 +24,8 @@ void foldUnions(Tree::Query& query, Arena& arena);
 /// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a
 /// grouped table whole before it takes the first row from it.
 /// Conditions: k is the only key of the groups, a whole number, and an index begins with it; d is
-/// one table, or several and an equality on an indexed column narrows the select that holds the
-/// join or one around it.
+/// one table, or several and one value or a list of them for an indexed column narrows the select
+/// that holds the join or one around it; no right join follows, and no sub-select reads g.
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry

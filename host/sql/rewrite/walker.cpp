@@ -73,6 +73,10 @@ void Walker::walk(Expression& expression) {
   if (expression.query != nullptr) walk(*expression.query);
 }
 
+bool isUnionAll(const Tree::Query& query) {
+  return std::ranges::all_of(query.branches.subspan(1), &Tree::Branch::all);
+}
+
 std::span<Expression* const> conjuncts(Expression* const& condition) {
   if (condition == nullptr) return {};
   const bool both = condition->kind == Kind::Logic && condition->op == Operator::And;

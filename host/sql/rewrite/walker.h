@@ -31,6 +31,9 @@ class Walker {
   virtual void visit(Tree::Expression&) {}
 };
 
+/// Whether nothing but UNION ALL joins the branches, if there are several.
+[[nodiscard]] bool isUnionAll(const Tree::Query& query);
+
 /// The conditions that `condition`, which may be null, joins by AND.
 [[nodiscard]] std::span<Tree::Expression* const> conjuncts(Tree::Expression* const& condition);
 
