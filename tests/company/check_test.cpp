@@ -1,8 +1,8 @@
 // The check finds what is planted, and nothing in a sound company.
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include "company/company_file.h"
+#include "host/raw_sql.h"
 
 namespace companytest {
 namespace {
@@ -31,14 +31,9 @@ class Check : public BareCompany {
            "2,5,2024-01-01,INV,4010,-0.10\n3,5,2024-01-01,INV,4010,-0.20\n");
   }
 
-  /// Changes the file behind the application's back, where nothing watches over references.
   void tamper(const char* sql) {
     store_.reset();
-    sqlite3* file = nullptr;
-    ASSERT_EQ(sqlite3_open(path_.c_str(), &file), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(file, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(file);
-    sqlite3_close(file);
+    QuorHost::Testing::runRaw(path_, sql);
     store_ = QuorHost::openCompanyFile(path_, QuorHost::Access::Write);
   }
 };

@@ -7,6 +7,7 @@
 
 #include <fstream>
 
+#include "host/raw_sql.h"
 #include "host/small_company.h"
 
 namespace QuorHost::Testing {
@@ -19,15 +20,6 @@ constexpr std::int32_t kPathFileAccess = 75;
 
 void writeFile(const std::string& path, const std::string& content) {
   std::ofstream(path, std::ios::binary) << content;
-}
-
-/// Runs SQL on a file that is none of the store's, or behind its back.
-void runRaw(const std::string& path, const char* sql) {
-  sqlite3* handle = nullptr;
-  ASSERT_EQ(sqlite3_open(path.c_str(), &handle), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(handle);
-  sqlite3_close(handle);
 }
 
 std::vector<std::string> filesIn(const TemporaryFolder& folder) {
