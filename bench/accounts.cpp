@@ -85,9 +85,8 @@ Pair supplierBalance(const std::shared_ptr<Company>& company) {
 Pair accountBalance(const std::shared_ptr<Company>& company) {
   const std::int32_t account = busiest(*company, "ExAcctId", "GLDet");
   const std::string sql =
-      "SELECT COALESCE(SUM(DetAmnt), 0) AS AcctBalance FROM GLDet WHERE ExAcctId = ? AND DetDate "
-      "<= "
-      "?";
+      "SELECT COALESCE(SUM(DetAmnt), 0) AS AcctBalance FROM GLDet "
+      "WHERE ExAcctId = ? AND DetDate <= ?";
   return against(
       [=] {
         return company->connection()->OpenRecordset(
@@ -98,8 +97,8 @@ Pair accountBalance(const std::shared_ptr<Company>& company) {
 
 Pair accountBalances(const std::shared_ptr<Company>& company) {
   const std::string sql =
-      "SELECT ExAcctId, SUM(DetAmnt) AS AcctBalance FROM GLDet WHERE DetDate <= ? GROUP BY "
-      "ExAcctId";
+      "SELECT ExAcctId, SUM(DetAmnt) AS AcctBalance FROM GLDet "
+      "WHERE DetDate <= ? GROUP BY ExAcctId";
   auto byHand = std::make_shared<Query>(company->byHand(), sql);
   byHand->bind(1, kTo.toText());
   return against(

@@ -38,7 +38,7 @@ QuorAccQueries::CSupplierQueries& Company::suppliers() {
 
 std::string Companies::file(int scale) const {
   std::filesystem::create_directories(folder_);
-  std::string path = folder_ + "/sample-" + std::to_string(QuorHost::kSchemaVersion) + "-" +
+  std::string path = folder_ + "/sample-" + std::to_string(QuorHost::kNewestSchemaVersion) + "-" +
                      std::to_string(scale) + ".db";
   if (!std::filesystem::exists(path)) {
     std::fprintf(stderr, "making %s, a company of %d,000 invoices\n", path.c_str(), scale);

@@ -14,9 +14,6 @@
 
 namespace QuorHost {
 
-/// Version of the schema that this build makes, and brings older companies up to.
-inline constexpr int kSchemaVersion = kNewestSchemaVersion;
-
 /// Largest scale of the sample: more would not fit its 32-bit keys.
 inline constexpr std::int32_t kLargestScale = 100'000;
 

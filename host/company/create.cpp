@@ -122,7 +122,7 @@ void fill(Store& store, const CreateOptions& options, const Progress& progress) 
   defineIndexes(store, [&](int done, int total) {
     if (progress) progress("building the indexes", done, total);
   });
-  store.setSchemaVersion(kSchemaVersion);
+  store.setSchemaVersion(kNewestSchemaVersion);
   transaction->commit();
 }
 

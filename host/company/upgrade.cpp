@@ -31,11 +31,11 @@ void bringUp(Store& store) {
   const std::unique_ptr<Transaction> transaction = store.begin();
   // Another process may have been faster.
   const int version = store.schemaVersion();
-  if (version >= kSchemaVersion) return;
+  if (version >= kNewestSchemaVersion) return;
   forEachDefinition([&](std::string_view name, const std::string& statement) {
     if (isNewSince(version, name)) store.define(statement);
   });
-  store.setSchemaVersion(kSchemaVersion);
+  store.setSchemaVersion(kNewestSchemaVersion);
   transaction->commit();
 }
 
@@ -44,14 +44,14 @@ void bringUp(Store& store) {
 std::shared_ptr<Store> openCompany(const std::string& path, Access access) {
   std::shared_ptr<Store> store = openCompanyFile(path, access);
   const int version = store->schemaVersion();
-  if (version < 1 || version >= kSchemaVersion) return store;
+  if (version < 1 || version >= kNewestSchemaVersion) return store;
   store.reset();
   try {
     bringUp(*openCompanyFile(path, Access::Write));
   } catch (const Error& error) {
     throw Error(error.number(), error.source(),
                 "The company file has an older schema (" + std::to_string(version) + ", here " +
-                    std::to_string(kSchemaVersion) +
+                    std::to_string(kNewestSchemaVersion) +
                     ") and must be brought up to date: " + error.description());
   }
   return openCompanyFile(path, access);

@@ -97,8 +97,8 @@ enum class Durability : std::uint8_t {
   Bulk,
 };
 
-/// Newest version of the company schema that this build reads. A file without a version (0) opens,
-/// too: it holds whatever `define` made in it.
+/// Version of the company schema that this build makes, and the newest that it reads. A file
+/// without a version (0) opens, too: it holds whatever `define` made in it.
 inline constexpr int kNewestSchemaVersion = 2;
 
 /// Opens the company file at `path`. Raises 75 with a message that says what to do for a missing,

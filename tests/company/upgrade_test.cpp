@@ -1,28 +1,21 @@
 // Companies of an older schema.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <array>
 
 #include "company/company_file.h"
 #include "host/another_process.h"
 #include "host/engines/store.h"
+#include "host/raw_sql.h"
 
 namespace {
 
 using companytest::Folder;
 using QuorHost::Access;
+using QuorHost::Testing::runRaw;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-void runRaw(const std::string& path, const char* sql) {
-  sqlite3* handle = nullptr;
-  ASSERT_EQ(sqlite3_open(path.c_str(), &handle), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(handle, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(handle);
-  sqlite3_close(handle);
-}
 
 /// The sample as version 1 of the schema had it.
 void makeVersion1(const std::string& path) {
@@ -33,11 +26,12 @@ void makeVersion1(const std::string& path) {
     back.append("DROP INDEX ").append(added).append("; DELETE FROM QuorCatalogue WHERE Name = '");
     back.append(added).append("';");
   }
-  runRaw(path, back.c_str());
+  runRaw(path, back);
 }
 
 bool isUpToDate(const std::string& path) {
-  return QuorHost::openCompany(path, Access::Read)->schemaVersion() == QuorHost::kSchemaVersion;
+  return QuorHost::openCompany(path, Access::Read)->schemaVersion() ==
+         QuorHost::kNewestSchemaVersion;
 }
 
 TEST(OlderSchema, IsBroughtUpToDateWhenTheCompanyIsOpened) {
@@ -50,14 +44,14 @@ TEST(OlderSchema, IsBroughtUpToDateWhenTheCompanyIsOpened) {
   const auto store = QuorHost::openCompany(path, Access::Write);
   EXPECT_THAT(QuorHost::checkCompany(*store), IsEmpty());
   // Whatever the schema has is there now, whichever way the file came to it.
-  runRaw(path,
-         ("ATTACH '" + fresh +
+  runRaw(
+      path,
+      "ATTACH '" + fresh +
           "' AS Fresh; CREATE TEMP TABLE Difference (N INT CHECK (N = 0));"
           "INSERT INTO Difference SELECT count(*) FROM (SELECT Name, Sql FROM Fresh.QuorCatalogue "
           "EXCEPT SELECT Name, Sql FROM main.QuorCatalogue);"
           "INSERT INTO Difference SELECT count(*) FROM (SELECT name, sql FROM Fresh.sqlite_schema "
-          "EXCEPT SELECT name, sql FROM main.sqlite_schema)")
-             .c_str());
+          "EXCEPT SELECT name, sql FROM main.sqlite_schema)");
 }
 
 TEST(OlderSchema, IsBroughtUpToDateByOneOfSeveralProcesses) {

@@ -65,11 +65,18 @@ SqliteSnapshot::SqliteSnapshot(std::shared_ptr<Database> database)
           "A snapshot is held already: drop it before the next one is taken");
   }
   database_->run("BEGIN");
-  // The moment is that of the first read.
-  static_cast<void>(database_->number("SELECT count(*) FROM sqlite_schema"));
+  try {
+    // The moment is that of the first read.
+    static_cast<void>(database_->number("SELECT count(*) FROM sqlite_schema"));
+  } catch (...) {
+    end();
+    throw;
+  }
 }
 
-SqliteSnapshot::~SqliteSnapshot() {
+SqliteSnapshot::~SqliteSnapshot() { end(); }
+
+void SqliteSnapshot::end() noexcept {
   sqlite3_exec(database_->handle(), "COMMIT", nullptr, nullptr, nullptr);
 }
 

@@ -35,6 +35,8 @@ class SqliteSnapshot final : public Snapshot {
   SqliteSnapshot& operator=(const SqliteSnapshot&) = delete;
 
  private:
+  void end() noexcept;
+
   std::shared_ptr<Database> database_;
 };
 
