@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/invocation.h"
-#include "cli/options.h"
 #include "cli/result.h"
 #include "cli/session.h"
+#include "cli/words/invocation.h"
+#include "cli/words/options.h"
 
 namespace QuorCli {
 namespace {

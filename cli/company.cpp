@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/amount_text.h"
 #include "cli/commands.h"
 #include "cli/company_summary.h"
-#include "cli/options.h"
-#include "cli/progress.h"
+#include "cli/print/amount_text.h"
+#include "cli/print/progress.h"
+#include "cli/words/options.h"
 #include "host/engines/store.h"
 
 namespace QuorCli {

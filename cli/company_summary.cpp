@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "cli/amount_text.h"
-#include "cli/display_text.h"
+#include "cli/print/amount_text.h"
+#include "cli/print/display_text.h"
 
 namespace QuorCli {
 namespace {

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/invocation.h"
-#include "cli/member_text.h"
-#include "cli/names.h"
-#include "cli/options.h"
+#include "cli/words/invocation.h"
+#include "cli/words/member_text.h"
+#include "cli/words/names.h"
+#include "cli/words/options.h"
 
 namespace QuorCli {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "cli/console.h"
-#include "cli/standard_output.h"
+#include "cli/print/standard_output.h"
 
 namespace {
 

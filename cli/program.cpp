@@ -8,9 +8,9 @@
 
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/names.h"
-#include "cli/options.h"
-#include "cli/standard_output.h"
+#include "cli/print/standard_output.h"
+#include "cli/words/names.h"
+#include "cli/words/options.h"
 #include "platform/error.h"
 
 namespace QuorCli {

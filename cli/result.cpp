@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/row_printer.h"
+#include "cli/print/row_printer.h"
 #include "core/member_table.h"
 
 namespace QuorCli {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "cli/console.h"
-#include "cli/invocation.h"
-#include "cli/options.h"
+#include "cli/words/invocation.h"
+#include "cli/words/options.h"
 
 namespace QuorCli {
 

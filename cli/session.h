@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "cli/console.h"
-#include "cli/options.h"
+#include "cli/words/options.h"
 #include "host/application/host.h"
 #include "host/engines/store.h"
 

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/names.h"
-#include "cli/options.h"
 #include "cli/result.h"
 #include "cli/session.h"
-#include "cli/statement_word.h"
+#include "cli/words/names.h"
+#include "cli/words/options.h"
+#include "cli/words/statement_word.h"
 
 namespace QuorCli {
 namespace {

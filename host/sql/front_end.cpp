@@ -5,10 +5,10 @@
 #include <variant>
 
 #include "host/sql/arena.h"
-#include "host/sql/lexer.h"
 #include "host/sql/names.h"
-#include "host/sql/parser.h"
-#include "host/sql/resolver.h"
+#include "host/sql/parse/lexer.h"
+#include "host/sql/parse/parser.h"
+#include "host/sql/resolve/resolver.h"
 #include "host/sql/rewrite/rewrite.h"
 #include "host/sql/writer.h"
 #include "platform/error.h"

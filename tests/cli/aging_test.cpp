@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/aging/buckets.h"
-#include "cli/aging/exchange.h"
-#include "cli/aging/grouping.h"
-#include "cli/aging/printer.h"
-#include "cli/aging/share.h"
+#include "cli/report/buckets.h"
+#include "cli/report/exchange.h"
+#include "cli/report/grouping.h"
+#include "cli/report/printer.h"
+#include "cli/report/share.h"
 #include "tests/cli/rows_in_memory.h"
 
 namespace QuorCli {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/print/row_printer.h"
 #include "cli/result.h"
-#include "cli/row_printer.h"
 #include "tests/cli/rows_in_memory.h"
 
 namespace QuorCli {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/console.h"
-#include "cli/row_printer.h"
+#include "cli/print/row_printer.h"
 #include "platform/data_library.h"
 
 namespace QuorTest {

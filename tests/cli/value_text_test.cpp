@@ -1,5 +1,5 @@
 // Values from and to text, JSON and display text.
-#include "cli/value_text.h"
+#include "cli/print/value_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/amount_text.h"
-#include "cli/display_text.h"
-#include "cli/json_text.h"
-#include "cli/names.h"
-#include "cli/statement_word.h"
+#include "cli/print/amount_text.h"
+#include "cli/print/display_text.h"
+#include "cli/print/json_text.h"
+#include "cli/words/names.h"
+#include "cli/words/statement_word.h"
 #include "core/value_records.h"
 
 namespace QuorCli {

@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "host/engines/sqlite/collation.h"
-#include "host/engines/sqlite/functions.h"
-#include "host/engines/sqlite/sql_writer.h"
+#include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/functions/functions.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
 #include "platform/data_library.h"
 #include "platform/error.h"

@@ -6,8 +6,8 @@
 
 #include <set>
 
-#include "host/engines/sqlite/sql_writer.h"
 #include "host/engines/sqlite/store.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
 #include "payables/supplier_queries.h"
 #include "queries/company_fixture.h"

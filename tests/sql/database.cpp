@@ -1,7 +1,7 @@
 #include "sql/database.h"
 
-#include "host/engines/sqlite/collation.h"
-#include "host/engines/sqlite/functions.h"
+#include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/functions/functions.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sql::Testing {

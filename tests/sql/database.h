@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/engines/sqlite/sql_writer.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
 #include "platform/value.h"
 

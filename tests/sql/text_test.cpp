@@ -5,7 +5,7 @@
 
 #include <random>
 
-#include "host/engines/sqlite/collation.h"
+#include "host/engines/sqlite/functions/collation.h"
 #include "sql/database.h"
 
 namespace QuorHost::Sql::Testing {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/engines/sqlite/cell.h"
+#include "host/engines/rows/cell.h"
+#include "host/engines/rows/recordset.h"
+#include "host/engines/rows/updatable_recordset.h"
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/recordset.h"
-#include "host/engines/sqlite/updatable_recordset.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/engines/sqlite/functions.h"
+#include "host/engines/sqlite/functions/functions.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
-#include "host/engines/sqlite/collation.h"
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/functions.h"
+#include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/functions/functions.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {

@@ -4,19 +4,19 @@ find_package(SQLite3 REQUIRED)
 find_package(ICU REQUIRED COMPONENTS i18n uc)
 
 add_library(quoracc_sqlite_sql STATIC
-  ${CMAKE_CURRENT_LIST_DIR}/call_names.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/collation.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/date_functions.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/expression_calls.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/expression_form.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/expression_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/functions.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/like_pattern.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/number_functions.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/query_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/sql_text.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/sql_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/text_functions.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/functions/collation.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions/date_functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions/functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions/like_pattern.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions/number_functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/functions/text_functions.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/call_names.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/expression_calls.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/expression_form.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/expression_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/query_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/sql_text.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/sql_writer.cpp)
 target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_sql SQLite::SQLite3
                                          PRIVATE ICU::i18n ICU::uc)
 set_target_properties(quoracc_sqlite_sql PROPERTIES UNITY_BUILD OFF)

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/sql_text.h"
+#include "host/engines/sqlite/write/sql_text.h"
 
 namespace QuorHost::Sqlite {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/engines/sqlite/sql_writer.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 
 namespace QuorHost::Sqlite {
 

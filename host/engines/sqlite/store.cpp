@@ -5,13 +5,13 @@
 #include <system_error>
 #include <utility>
 
-#include "host/engines/sqlite/cell.h"
+#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/connection.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/opening.h"
-#include "host/engines/sqlite/sql_writer.h"
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/transaction.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
 #include "platform/error.h"
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "host/engines/sqlite/cell.h"
-#include "host/engines/sqlite/collation.h"
+#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/sql_writer.h"
+#include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/write/sql_writer.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/engines/sqlite/cell.h"
+#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "platform/error.h"
 

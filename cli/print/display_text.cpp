@@ -1,0 +1,97 @@
+#include "cli/print/display_text.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace QuorCli {
+namespace {
+
+bool isPlainAscii(char c) { return c >= ' ' && c < '\x7f'; }
+
+/// Calls `visit` with each character of the text and its bytes; a byte that belongs to none is
+/// given as a negative number.
+template <class Visit>
+void forEachCharacter(std::string_view text, Visit visit) {
+  const auto size = static_cast<std::int32_t>(text.size());
+  for (std::int32_t next = 0; next < size;) {
+    const std::int32_t start = next;
+    UChar32 character = 0;
+    U8_NEXT(text.data(), next, size, character);  // NOLINT(bugprone-inc-dec-in-conditions): a macro
+    visit(character,
+          text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(next - start)));
+  }
+}
+
+std::size_t characterWidth(UChar32 character) {
+  if (character < 0) return 1;
+  switch (u_charType(character)) {
+    case U_NON_SPACING_MARK:
+    case U_ENCLOSING_MARK:
+    case U_FORMAT_CHAR:
+      return 0;
+    default:
+      break;
+  }
+  switch (u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH)) {
+    case U_EA_FULLWIDTH:
+    case U_EA_WIDE:
+      return 2;
+    default:
+      return 1;
+  }
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) noexcept {
+  bool wellFormed = true;
+  forEachCharacter(text, [&](UChar32 character, std::string_view) {
+    if (character < 0) wellFormed = false;
+  });
+  return wellFormed;
+}
+
+std::size_t displayWidth(std::string_view text) noexcept {
+  if (std::ranges::all_of(text, isPlainAscii)) return text.size();
+  std::size_t width = 0;
+  forEachCharacter(
+      text, [&](UChar32 character, std::string_view) { width += characterWidth(character); });
+  return width;
+}
+
+std::string visible(std::string_view text) {
+  if (std::ranges::all_of(text, isPlainAscii)) return std::string(text);
+  std::string out;
+  forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+    if (character == '\n') {
+      out += "\\n";
+    } else if (character == '\r') {
+      out += "\\r";
+    } else if (character == '\t') {
+      out += "\\t";
+    } else if (character >= 0 && u_charType(character) == U_CONTROL_CHAR) {
+      constexpr std::string_view kHex = "0123456789abcdef";
+      out += "\\x";
+      out += kHex[static_cast<std::size_t>(character) >> 4U];
+      out += kHex[static_cast<std::size_t>(character) & 15U];
+    } else if (character < 0) {
+      out += "\xEF\xBF\xBD";  // the replacement character
+    } else {
+      out += bytes;
+    }
+  });
+  return out;
+}
+
+void appendPadded(std::string& out, std::string_view text, std::size_t width, bool right) {
+  const std::size_t used = displayWidth(text);
+  const std::size_t blanks = width > used ? width - used : 0;
+  if (right) out.append(blanks, ' ');
+  out += text;
+  if (!right) out.append(blanks, ' ');
+}
+
+}  // namespace QuorCli

@@ -1,0 +1,109 @@
+#include "cli/report/source.h"
+
+#include <utility>
+
+#include "cli/words/names.h"
+
+namespace QuorCli {
+
+using QuorAccQueries::Member;
+using QuorDataLib::Recordset;
+using QuorDataLib::Ref;
+using QuorDataLib::Value;
+
+const AgingSource kCustomerAging{
+    .title = "Customer aging",
+    .party = "customer",
+    .parties = "customers",
+    .className = "CCustomerQueries",
+    .member = "OpenCustAgingTransactions",
+    .allArgument = "AllTransactions",
+    .partyArgument = "CustomerId",
+    .dateArgument = "AsOfDate",
+    .partyColumn = "ExCustId",
+    .keyColumn = "InInvoiId",
+    .numberColumn = "InvoiId",
+    .typeColumn = "InvoiType",
+    .dateColumn = "InvoiDate",
+    .typeNames = {"invoice", "counter sale", "services", "adjustment"},
+};
+
+const AgingSource kSupplierAging{
+    .title = "Supplier aging",
+    .party = "supplier",
+    .parties = "suppliers",
+    .className = "CSupplierQueries",
+    .member = "OpenSuppAgingTransactions",
+    .allArgument = "ShowAllTransactions",
+    .partyArgument = "SuppId",
+    .dateArgument = "AgingDate",
+    .partyColumn = "ExSuppId",
+    .keyColumn = "InPurcId",
+    .numberColumn = "DocNo",
+    .typeColumn = "PurcType",
+    .dateColumn = "PurcDate",
+    .typeNames = {"purchase", "expense", "services", "adjustment"},
+};
+
+Target agingTarget(const AgingSource& source) {
+  const QuorAccQueries::ClassInfo* const owner = QuorAccQueries::findClass(source.className);
+  const Member* const member =
+      owner == nullptr ? nullptr : owner->find(source.member, Member::Kind::Method);
+  if (member == nullptr) {
+    throw Failure("this build has no aging of " + std::string(source.parties) + ": " +
+                  std::string(source.className) + "." + std::string(source.member) + " is missing");
+  }
+  return {owner, member};
+}
+
+std::vector<Value> agingArguments(const Target& target, const AgingSource& source,
+                                  const AgingRequest& request) {
+  return bindArguments(target, {{source.allArgument, request.all},
+                                {source.partyArgument, request.party},
+                                {source.dateArgument, request.asOf},
+                                {"ByCurrency", request.byCurrency}});
+}
+
+AgingReader::AgingReader(const AgingSource& source, Ref<Recordset> rows)
+    : rows_(std::move(rows)),
+      party_(column(source.partyColumn)),
+      name_(column("Name")),
+      currency_(column("ExCurrencyId")),
+      orderId_(column("DocOrderId")),
+      orderDate_(column("DocOrderDate")),
+      key_(column(source.keyColumn)),
+      number_(column(source.numberColumn)),
+      type_(column(source.typeColumn)),
+      date_(column(source.dateColumn)),
+      balance_(column("Balance")),
+      rate_(column("ExchangeRate")) {}
+
+std::int32_t AgingReader::column(std::string_view name) const {
+  for (std::int32_t index = 0; index < rows_->FieldCount(); ++index) {
+    if (sameName(rows_->FieldName(index), name)) return index;
+  }
+  throw Failure("the aging rows have no column " + std::string(name));
+}
+
+bool AgingReader::next(AgingRow& row) {
+  while (!rows_->AtEnd() && rows_->Field(party_).isNull()) rows_->MoveNext();
+  if (rows_->AtEnd()) return false;
+  const auto orZero = [](const Value& value) { return value.isNull() ? Value() : value; };
+  // The query itself counts a row without currency as currency 1.
+  const Value currency = rows_->Field(currency_);
+  row.partyId = rows_->Field(party_).toLong();
+  row.partyName = orZero(rows_->Field(name_)).toText();
+  row.currencyId = currency.isNull() ? 1 : currency.toLong();
+  row.orderId = orZero(rows_->Field(orderId_)).toLong();
+  row.orderDate = orZero(rows_->Field(orderDate_)).toDate();
+  row.key = orZero(rows_->Field(key_)).toLong();
+  row.number = orZero(rows_->Field(number_)).toText();
+  row.type = orZero(rows_->Field(type_)).toLong();
+  row.date = orZero(rows_->Field(date_)).toDate();
+  row.balance = orZero(rows_->Field(balance_)).toCurrency();
+  row.rate = rows_->Field(rate_);
+  rows_->MoveNext();
+  return true;
+}
+
+}  // namespace QuorCli

@@ -1,0 +1,90 @@
+// An open query.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/engines/rows/kept_rows.h"
+#include "host/engines/rows/row_index.h"
+#include "host/engines/sqlite/database.h"
+#include "platform/data_library.h"
+
+namespace QuorHost::Sqlite {
+
+/// A recordset over a running statement. A forward scan keeps no row; going back to a first row
+/// that was left runs the statement again, and from then on rows are kept as they are passed.
+/// `Find` keeps all rows. So does a change of the database while rows are still to come: they stay
+/// as they were.
+class Recordset : public QuorDataLib::Recordset, private LiveReader {
+ public:
+  /// Runs the statement, whose markers are bound, to its first row.
+  Recordset(std::shared_ptr<Database> database, StatementCache::Taken query, TimeLimit limit);
+  ~Recordset() override;
+
+  bool AtEnd() override;
+  std::int32_t FieldCount() override;
+  std::string FieldName(std::int32_t index) override;
+  QuorDataLib::ValueType FieldType(std::int32_t index) override;
+  QuorDataLib::Value Field(std::int32_t index) override;
+  QuorDataLib::Value Field(const std::string& name) override;
+  void MoveFirst() override;
+  void MoveNext() override;
+  bool Find(const std::string& criterion) override;
+  void AddNew() override;
+  void SetField(const std::string& name, const QuorDataLib::Value& value) override;
+  void Update() override;
+  void Close() override;
+
+ protected:
+  /// Raises 3704 when the recordset is closed. Every operation begins with it.
+  void requireOpen() const;
+  /// Raises 3265 when there is no such column.
+  void requireColumn(std::int32_t index) const;
+  /// The result's columns.
+  [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const {
+    return query_.source->translation.columns;
+  }
+  /// The column of that name; raises 3265 when there is none.
+  [[nodiscard]] std::int32_t columnOf(std::string_view name) const;
+  [[nodiscard]] const std::shared_ptr<Database>& database() const noexcept { return database_; }
+
+  /// Makes the only row of `row` the current one. `showAlone` leaves nothing after it, and
+  /// `MoveFirst` reads the database again; `showInPlace` puts it where the current row is, which
+  /// must be kept.
+  void showAlone(KeptRows row);
+  void showInPlace(const KeptRows& row);
+
+ private:
+  void settle() noexcept override;
+  /// Steps the statement; keeps the register of live readers.
+  void fetch();
+  /// Keeps the row that the statement stands on, and fetches the next one.
+  void keepAndFetch();
+  void stopReading() noexcept;
+  /// Goes back to the first row: to the kept one, or by running the statement again.
+  void rewind();
+  [[nodiscard]] Cell currentCell(std::int32_t index) const;
+  const RowIndex& indexOf(std::int32_t column);
+
+  std::shared_ptr<Database> database_;
+  StatementCache::Taken query_;
+  TimeLimit limit_;
+
+  // The rows are those kept, and after them the one that the statement stands on, if it does.
+  // Without keeping, the current row is always the statement's, and there are no others.
+  KeptRows kept_;
+  std::size_t current_ = 0;
+  bool live_ = false;          // the statement stands on a row
+  bool keeping_ = false;       // rows are kept when they are passed
+  bool startsAtFirst_ = true;  // the first row is still at hand
+  bool open_ = true;
+  std::exception_ptr failure_;  // met by fetching; raised at the end of the kept rows
+  std::map<std::int32_t, RowIndex> indexes_;
+};
+
+}  // namespace QuorHost::Sqlite

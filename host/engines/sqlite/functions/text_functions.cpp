@@ -1,0 +1,140 @@
+// Texts, counted in characters and compared without regard to case.
+#include <unicode/locid.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/engines/sqlite/functions/function_call.h"
+#include "host/engines/sqlite/functions/like_pattern.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+bool startsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }
+
+std::int64_t characters(std::string_view text) {
+  return std::ranges::count_if(text, startsCharacter);
+}
+
+/// The text from character `from`, counted from 0, at most `count` characters long.
+std::string_view slice(std::string_view text, std::int64_t from, std::int64_t count) {
+  const auto skip = [](std::string_view rest, std::int64_t n) {
+    std::size_t i = 0;
+    while (i < rest.size() && n > 0) {
+      do ++i;
+      while (i < rest.size() && !startsCharacter(rest[i]));
+      --n;
+    }
+    return i;
+  };
+  text.remove_prefix(skip(text, from));
+  return text.substr(0, skip(text, count));
+}
+
+std::int64_t lengthArgument(const Call& call, std::size_t i) {
+  const std::int64_t length = call.whole(i);
+  if (length < 0) throw CallError("a text cannot have a length of " + std::to_string(length));
+  return length;
+}
+
+void left(const Call& call) { call.returnText(slice(call.text(0), 0, lengthArgument(call, 1))); }
+
+void right(const Call& call) {
+  const std::string_view text = call.text(0);
+  const std::int64_t length = lengthArgument(call, 1);
+  const std::int64_t before = std::max<std::int64_t>(characters(text) - length, 0);
+  call.returnText(slice(text, before, length));
+}
+
+/// (text, start[, length]), start from 1.
+void middle(const Call& call) {
+  const std::string_view text = call.text(0);
+  const std::int64_t start = call.whole(1);
+  if (start < 1) throw CallError("a text has no character " + std::to_string(start));
+  const std::int64_t length =
+      call.count() == 3 ? lengthArgument(call, 2) : static_cast<std::int64_t>(text.size());
+  call.returnText(slice(text, start - 1, length));
+}
+
+/// (text, start, length): a start before the text takes from the length.
+void substring(const Call& call) {
+  const std::int64_t start = call.whole(1);
+  const std::int64_t end = start + lengthArgument(call, 2);
+  const std::int64_t first = std::max<std::int64_t>(start, 1);
+  call.returnText(slice(call.text(0), first - 1, std::max<std::int64_t>(end - first, 0)));
+}
+
+/// Whether the text was of ASCII characters, which it then returns in lower or upper case.
+template <class ChangeCase>
+void changeCase(const Call& call, char first, char last, const ChangeCase& change) {
+  const std::string_view text = call.text(0);
+  if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80U; })) {
+    icu::UnicodeString wide = icu::UnicodeString::fromUTF8(
+        icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+    change(wide);
+    std::string changed;
+    return call.returnText(wide.toUTF8String(changed));
+  }
+  std::string changed(text);
+  for (char& c : changed) {
+    if (c >= first && c <= last) c = static_cast<char>(c ^ ('a' ^ 'A'));
+  }
+  call.returnText(changed);
+}
+
+void lower(const Call& call) {
+  changeCase(call, 'A', 'Z',
+             [](icu::UnicodeString& text) { text.toLower(icu::Locale::getRoot()); });
+}
+
+void upper(const Call& call) {
+  changeCase(call, 'a', 'z',
+             [](icu::UnicodeString& text) { text.toUpper(icu::Locale::getRoot()); });
+}
+
+/// (text, found, start): place of `found` from 1, or 0.
+void find(const Call& call) {
+  const std::u32string text = folded(call.text(0));
+  const std::u32string found = folded(call.text(1));
+  const auto start = static_cast<std::size_t>(std::max<std::int64_t>(call.whole(2), 1)) - 1;
+  const std::size_t place = found.empty() ? std::u32string::npos : text.find(found, start);
+  call.returnWhole(place == std::u32string::npos ? 0 : static_cast<std::int64_t>(place) + 1);
+}
+
+/// (text, pattern, flavour). The pattern is mostly the same for all rows, so it is kept.
+void like(const Call& call) {
+  constexpr int kPattern = 1;
+  const auto* pattern =
+      static_cast<const LikePattern*>(sqlite3_get_auxdata(call.context(), kPattern));
+  std::unique_ptr<LikePattern> fresh;
+  if (pattern == nullptr) {
+    const Wildcards wildcards = call.whole(2) == 1 ? Wildcards::Desktop : Wildcards::Server;
+    fresh = std::make_unique<LikePattern>(call.text(1), wildcards);
+    pattern = fresh.get();
+  }
+  call.returnWhole(pattern->matches(folded(call.text(0))) ? 1 : 0);
+  // The engine may give the pattern up at once, so it is handed over last.
+  if (fresh) {
+    sqlite3_set_auxdata(call.context(), kPattern, fresh.release(),
+                        [](void* kept) { delete static_cast<LikePattern*>(kept); });
+  }
+}
+
+constexpr std::array kFunctions{
+    FunctionEntry{"quor_left", 2, left},           FunctionEntry{"quor_right", 2, right},
+    FunctionEntry{"quor_middle", 2, middle},       FunctionEntry{"quor_middle", 3, middle},
+    FunctionEntry{"quor_substring", 3, substring}, FunctionEntry{"quor_lower", 1, lower},
+    FunctionEntry{"quor_upper", 1, upper},         FunctionEntry{"quor_find", 3, find},
+    FunctionEntry{"quor_like", 3, like},
+};
+
+}  // namespace
+
+std::span<const FunctionEntry> textFunctions() noexcept { return kFunctions; }
+
+}  // namespace QuorHost::Sqlite

@@ -1,0 +1,233 @@
+#include "host/engines/sqlite/write/expression_writer.h"
+
+#include <algorithm>
+
+#include "host/engines/sqlite/write/query_writer.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using Sql::Dialect;
+using Sql::Operator;
+using Sql::Type;
+using Sql::Tree::Expression;
+using Kind = Expression::Kind;
+
+// Entries on the parser's stack within each construct.
+constexpr int kInParentheses = 1;
+constexpr int kInSign = 1;
+constexpr int kInRightOperand = 2;
+constexpr int kInBetween = 4;
+constexpr int kInWhen = 4;
+constexpr int kInThen = 6;
+constexpr int kInElse = 4;
+constexpr int kInSubSelect = 4;
+
+/// Longer chains of AND and OR are written in halves, each in parentheses: a flat one is as deep as
+/// it is long for the engine, which allows a thousand.
+constexpr std::size_t kLongestChain = 16;
+
+Level next(Level level) { return static_cast<Level>(static_cast<int>(level) + 1); }
+
+std::string_view symbol(Operator op) {
+  switch (op) {
+    case Operator::Multiply:
+      return " * ";
+    case Operator::Add:
+      return " + ";
+    case Operator::Subtract:
+      return " - ";
+    case Operator::Concatenate:
+      return " || ";
+    case Operator::Equal:
+      return " = ";
+    case Operator::NotEqual:
+      return " <> ";
+    case Operator::Less:
+      return " < ";
+    case Operator::LessEqual:
+      return " <= ";
+    case Operator::Greater:
+      return " > ";
+    case Operator::GreaterEqual:
+      return " >= ";
+    case Operator::And:
+      return " AND ";
+    default:
+      return " OR ";
+  }
+}
+
+}  // namespace
+
+void ExpressionWriter::write(const Expression& expression, Level level) {
+  if (levelOf(expression) >= level) return writeBare(expression);
+  const SqlText::Held held(sql_, kInParentheses);
+  sql_.add("(");
+  writeBare(expression);
+  sql_.add(")");
+}
+
+void ExpressionWriter::writeCollated(const Expression& expression, Level level) {
+  if (!needsCollation(expression)) return write(expression, level);
+  write(expression, Level::Collation);
+  sql_.add(" COLLATE QUOR");
+}
+
+void ExpressionWriter::writeBare(const Expression& expression) {
+  switch (expression.kind) {
+    case Kind::Column:
+      sql_.name(expression.source->name).add(".");
+      sql_.name(expression.source->columnName(expression.column));
+      return;
+    case Kind::Literal:
+      return writeLiteral(expression);
+    case Kind::Marker:
+      sql_.add("?").add(std::to_string(expression.marker + 1));
+      return;
+    case Kind::Negate: {
+      const SqlText::Held held(sql_, kInSign);
+      sql_.add("-");
+      // "--" would begin a comment.
+      return write(*expression.args[0], Level::Operand);
+    }
+    case Kind::Arithmetic:
+      return writeArithmetic(expression);
+    case Kind::Compare:
+      return writeCompare(expression);
+    case Kind::Logic:
+      return writeChain(expression.args, expression.op);
+    case Kind::Not: {
+      const SqlText::Held held(sql_, kInSign);
+      sql_.add("NOT ");
+      return write(*expression.args[0], Level::Not);
+    }
+    case Kind::IsNull:
+      write(*expression.args[0], Level::Sum);
+      sql_.add(expression.negated ? " IS NOT NULL" : " IS NULL");
+      return;
+    case Kind::Between:
+      return writeBetween(expression);
+    case Kind::InList:
+    case Kind::InQuery:
+      return writeIn(expression);
+    case Kind::Exists:
+      sql_.add("EXISTS ");
+      return writeSubSelect(*expression.query);
+    case Kind::Like:
+      return writeLike(expression);
+    case Kind::Case:
+      return writeCase(expression);
+    case Kind::Call:
+      return writeCall(expression);
+    case Kind::Aggregate:
+      return writeAggregate(expression);
+    case Kind::Convert:
+      return writeConvert(expression);
+    case Kind::Query:
+      return writeSubSelect(*expression.query);
+  }
+}
+
+void ExpressionWriter::writeLiteral(const Expression& literal) {
+  if (literal.isNull) {
+    sql_.add("NULL");
+  } else if (literal.type == Type::Text || literal.type == Type::Date) {
+    sql_.literal(literal.text);
+  } else if (literal.type == Type::Double) {
+    sql_.number(literal.number);
+  } else {
+    sql_.add(std::to_string(literal.integer));
+  }
+}
+
+void ExpressionWriter::writeInfix(const Expression& left, std::string_view op,
+                                  const Expression& right, Level level) {
+  write(left, level);
+  sql_.add(op);
+  const SqlText::Held held(sql_, kInRightOperand);
+  write(right, next(level));
+}
+
+void ExpressionWriter::writeArithmetic(const Expression& operation) {
+  const std::string_view function = arithmeticFunction(operation);
+  if (!function.empty()) return writeFunction(function, operation.args);
+  writeInfix(*operation.args[0], symbol(operation.op), *operation.args[1], levelOf(operation));
+}
+
+void ExpressionWriter::writeCompare(const Expression& comparison) {
+  // The left side decides, even a converted number over the declaration of a text column.
+  writeCollated(*comparison.args[0], Level::Sum);
+  sql_.add(symbol(comparison.op));
+  const SqlText::Held held(sql_, kInRightOperand);
+  write(*comparison.args[1], Level::Sum);
+}
+
+void ExpressionWriter::writeChain(std::span<Expression* const> conditions, Operator op) {
+  const Level level = op == Operator::And ? Level::And : Level::Or;
+  if (conditions.size() > kLongestChain) {
+    const SqlText::Held held(sql_, kInParentheses + kInRightOperand);
+    const std::size_t half = conditions.size() / 2;
+    sql_.add("(");
+    writeChain(conditions.first(half), op);
+    sql_.add(")").add(symbol(op)).add("(");
+    writeChain(conditions.subspan(half), op);
+    sql_.add(")");
+    return;
+  }
+  write(*conditions.front(), next(level));
+  const SqlText::Held held(sql_, kInRightOperand);
+  for (const Expression* const condition : conditions.subspan(1)) {
+    sql_.add(symbol(op));
+    write(*condition, next(level));
+  }
+}
+
+void ExpressionWriter::writeBetween(const Expression& between) {
+  writeCollated(*between.args[0], Level::Sum);
+  sql_.add(between.negated ? " NOT BETWEEN " : " BETWEEN ");
+  const SqlText::Held held(sql_, kInBetween);
+  write(*between.args[1], Level::Sum);
+  sql_.add(" AND ");
+  write(*between.args[2], Level::Sum);
+}
+
+void ExpressionWriter::writeIn(const Expression& in) {
+  writeCollated(*in.args[0], Level::Sum);
+  sql_.add(in.negated ? " NOT IN " : " IN ");
+  if (in.kind == Kind::InQuery) {
+    const SqlText::Held held(sql_, kInRightOperand);
+    return writeSubSelect(*in.query);
+  }
+  writeList(in.args.subspan(1));
+}
+
+void ExpressionWriter::writeLike(const Expression& like) {
+  if (like.negated) sql_.add("NOT ");
+  writeFunction("quor_like", like.args, like.wildcards == Dialect::Desktop ? "1" : "0");
+}
+
+void ExpressionWriter::writeCase(const Expression& choice) {
+  const auto part = [&](std::string_view word, const Expression& value, int entries) {
+    const SqlText::Held held(sql_, entries);
+    sql_.add(word);
+    write(value);
+  };
+  sql_.add("CASE");
+  const std::size_t pairs = choice.args.size() / 2;
+  for (std::size_t i = 0; i < pairs; ++i) {
+    part(" WHEN ", *choice.args[2 * i], kInWhen);
+    part(" THEN ", *choice.args[2 * i + 1], kInThen);
+  }
+  if (choice.args.size() % 2 != 0) part(" ELSE ", *choice.args.back(), kInElse);
+  sql_.add(" END");
+}
+
+void ExpressionWriter::writeSubSelect(const Sql::Tree::Query& query) {
+  const SqlText::Held held(sql_, kInSubSelect);
+  sql_.add("(");
+  QueryWriter(sql_).write(query, false);
+  sql_.add(")");
+}
+
+}  // namespace QuorHost::Sqlite

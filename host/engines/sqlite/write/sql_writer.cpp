@@ -1,0 +1,174 @@
+#include "host/engines/sqlite/write/sql_writer.h"
+
+#include <variant>
+
+#include "host/engines/sqlite/write/expression_writer.h"
+#include "host/engines/sqlite/write/query_writer.h"
+#include "host/sql/tree.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using Sql::Type;
+using Sql::Tree::Constraint;
+using ConstraintKind = Sql::Syntax::Constraint::Kind;
+
+/// Writes the statements around queries and expressions.
+class StatementWriter {
+ public:
+  std::string run(const Sql::Tree::Statement& statement) {
+    std::visit(*this, statement.body);
+    return sql_.take();
+  }
+
+  void operator()(const Sql::Tree::Query* query) { QueryWriter(sql_).write(*query, false); }
+
+  void operator()(const Sql::Tree::Insert& insert) {
+    sql_.add("INSERT INTO ").name(insert.table->name).add(" (");
+    list(insert.columns, [&](const Sql::Column* column) { sql_.name(column->name); });
+    sql_.add(") ");
+    if (insert.query != nullptr) return QueryWriter(sql_).write(*insert.query, false);
+    sql_.add("VALUES (");
+    list(insert.values, [&](const Sql::Tree::Expression* value) { write(*value); });
+    sql_.add(")");
+  }
+
+  void operator()(const Sql::Tree::Update& update) {
+    sql_.add("UPDATE ").name(update.source->name).add(" SET ");
+    list(update.assignments, [&](const Sql::Tree::Assignment& assignment) {
+      sql_.name(assignment.column->name).add(" = ");
+      write(*assignment.value);
+    });
+    where(update.where);
+  }
+
+  void operator()(const Sql::Tree::Delete& erase) {
+    sql_.add("DELETE FROM ").name(erase.source->name);
+    where(erase.where);
+  }
+
+  void operator()(const Sql::Tree::CreateTable& table) {
+    sql_.add("CREATE TABLE ").ownName(table.name).add(" (");
+    list(table.columns, [&](const Sql::Tree::TableColumn& column) {
+      tableColumn(column, isRowNumber(table, column));
+    });
+    for (const Constraint& constraint : table.constraints) {
+      const bool written = constraint.kind == ConstraintKind::PrimaryKey &&
+                           constraint.columns.size() == 1 && hasRowNumber(table);
+      if (!written) tableConstraint(constraint);
+    }
+    sql_.add(") STRICT");
+  }
+
+  void operator()(const Sql::Tree::CreateView& view) {
+    sql_.add("CREATE VIEW ").ownName(view.name).add(" AS ");
+    QueryWriter(sql_).write(*view.query, true);
+  }
+
+  void operator()(const Sql::Tree::CreateIndex& index) {
+    sql_.add(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ").ownName(index.name);
+    sql_.add(" ON ").name(index.table).add(" (");
+    list(index.columns, [&](const Sql::Tree::IndexColumn& column) {
+      sql_.name(column.name);
+      if (column.descending) sql_.add(" DESC");
+    });
+    // Further columns would change what must be unique.
+    if (!index.unique) {
+      for (const std::string_view column : index.included) sql_.add(", ").name(column);
+    }
+    sql_.add(")");
+  }
+
+ private:
+  void write(const Sql::Tree::Expression& expression) { ExpressionWriter(sql_).write(expression); }
+
+  void where(const Sql::Tree::Expression* condition) {
+    if (condition == nullptr) return;
+    sql_.add(" WHERE ");
+    write(*condition);
+  }
+
+  template <class Items, class Write>
+  void list(const Items& items, const Write& writeItem) {
+    const char* separator = "";
+    for (const auto& item : items) {
+      sql_.add(separator);
+      writeItem(item);
+      separator = ", ";
+    }
+  }
+
+  /// The engine numbers rows itself where the primary key is one whole number.
+  static bool isRowNumber(const Sql::Tree::CreateTable& table,
+                          const Sql::Tree::TableColumn& column) {
+    const bool whole = column.type == Type::Long || column.type == Type::Integer;
+    if (!whole || !column.primaryKey) return false;
+    for (const Sql::Tree::TableColumn& other : table.columns) {
+      if (other.primaryKey && &other != &column) return false;
+    }
+    return true;
+  }
+
+  static bool hasRowNumber(const Sql::Tree::CreateTable& table) {
+    for (const Sql::Tree::TableColumn& column : table.columns) {
+      if (isRowNumber(table, column)) return true;
+    }
+    return false;
+  }
+
+  void tableColumn(const Sql::Tree::TableColumn& column, bool rowNumber) {
+    sql_.name(column.name).add(" ").add(storedType(column.type));
+    if (rowNumber) {
+      sql_.add(" PRIMARY KEY");
+    } else if (!column.nullable) {
+      sql_.add(" NOT NULL");
+    }
+    if (column.type == Type::Text) sql_.add(" COLLATE QUOR");
+    if (column.size > 0) {
+      sql_.add(" CHECK (length(").name(column.name).add(") <= ");
+      sql_.add(std::to_string(column.size)).add(")");
+    }
+    if (column.defaultValue != nullptr) {
+      sql_.add(" DEFAULT ");
+      write(*column.defaultValue);
+    }
+  }
+
+  static std::string_view storedType(Type type) {
+    switch (type) {
+      case Type::Double:
+        return "REAL";
+      case Type::Date:
+      case Type::Text:
+        return "TEXT";
+      default:
+        return "INTEGER";
+    }
+  }
+
+  void names(std::span<const std::string_view> columns) {
+    sql_.add(" (");
+    list(columns, [&](std::string_view column) { sql_.name(column); });
+    sql_.add(")");
+  }
+
+  void tableConstraint(const Constraint& constraint) {
+    sql_.add(constraint.kind == ConstraintKind::PrimaryKey ? ", PRIMARY KEY"
+             : constraint.kind == ConstraintKind::Unique   ? ", UNIQUE"
+                                                           : ", FOREIGN KEY");
+    names(constraint.columns);
+    if (constraint.kind != ConstraintKind::ForeignKey) return;
+    sql_.add(" REFERENCES ").name(constraint.table);
+    names(constraint.target);
+  }
+
+  SqlText sql_;
+};
+
+}  // namespace
+
+std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
+  return StatementWriter().run(statement);
+}
+
+}  // namespace QuorHost::Sqlite
