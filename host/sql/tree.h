@@ -84,7 +84,8 @@ struct Expression {
   Query* query = nullptr;
 };
 
-using JoinKind = Syntax::JoinKind;
+/// There are no right joins: the resolver turns them round.
+enum class JoinKind : std::uint8_t { Inner, Left, Cross };
 
 /// A source, or a join of two of these.
 struct From {

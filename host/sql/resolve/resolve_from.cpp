@@ -14,12 +14,23 @@ using Tree::Source;
 
 constexpr std::size_t kMostSources = 64;
 
+Tree::JoinKind joinKind(Syntax::JoinKind written) {
+  switch (written) {
+    case Syntax::JoinKind::Inner:
+      return Tree::JoinKind::Inner;
+    case Syntax::JoinKind::Left:
+    case Syntax::JoinKind::Right:
+      return Tree::JoinKind::Left;
+    case Syntax::JoinKind::Cross:
+      break;
+  }
+  return Tree::JoinKind::Cross;
+}
+
 /// The cross join of two sides, with the joins of the right side behind it where that means the
 /// same: A, B JOIN C is (A, B) JOIN C. A plain row of joins leaves the engine the choice of order.
 From* crossJoin(Arena& arena, From* left, From* right) {
-  if (right->source != nullptr || right->join == Tree::JoinKind::Right) {
-    return arena.make(From{.left = left, .right = right});
-  }
+  if (right->source != nullptr) return arena.make(From{.left = left, .right = right});
   right->left = crossJoin(arena, left, right->left);
   return right;
 }
@@ -43,7 +54,7 @@ From* Resolver::resolveFrom(const Syntax::From& from, const Scope* outer,
     return arena_.make(From{.source = source});
   }
   const std::size_t first = sources.size();
-  From join{.join = from.join};
+  From join{.join = joinKind(from.join)};
   join.left = resolveFrom(*from.left, outer, sources);
   join.right = resolveFrom(*from.right, outer, sources);
   if (from.condition == nullptr) return crossJoin(arena_, join.left, join.right);
@@ -52,11 +63,9 @@ From* Resolver::resolveFrom(const Syntax::From& from, const Scope* outer,
               .sources = std::span<Source* const>(sources).subspan(first),
               .noAggregates = "ON"};
   join.condition = condition(*from.condition, scope);
-  // A RIGHT JOIN B is B LEFT JOIN A, of which engines know more; a row of joins stays as it is.
-  if (join.join == Tree::JoinKind::Right && join.left->source != nullptr) {
-    join.join = Tree::JoinKind::Left;
-    std::swap(join.left, join.right);
-  }
+  // A RIGHT JOIN B is B LEFT JOIN A. Behind other joins the storage engine has the first one wrong:
+  // it loses conditions that stand further out.
+  if (from.join == Syntax::JoinKind::Right) std::swap(join.left, join.right);
   return arena_.make(join);
 }
 

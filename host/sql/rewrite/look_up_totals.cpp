@@ -194,8 +194,6 @@ class TotalsFinder {
   void replaceTotals(Query& query, Select& select, bool few) {
     for (From** place = &select.from; (*place)->source == nullptr;) {
       From& join = **place;
-      // In the rows that a right join adds there are no totals, but a look-up could find some.
-      if (join.join == JoinKind::Right) return;
       const std::optional<Totals> totals = totalsOf(join);
       // A total over one table costs as much to look up as in a table of totals that is built
       // first.

@@ -54,8 +54,6 @@ class JoinOrder final : public Walker {
     const Source& source = *first->source;
     if (source.query == nullptr || source.query->branches.size() < 2) return;
     for (std::size_t i = 0; i < joins.size(); ++i) {
-      // Rows that a right join adds have nothing in the first source.
-      if (joins[i]->join == JoinKind::Right) break;
       if (throwsRowsOut(*joins[i], source, select)) moveToFront(std::span(joins).first(i + 1));
     }
     for (From* const join : joins) {

@@ -25,7 +25,7 @@ void foldUnions(Tree::Query& query, Arena& arena);
 /// grouped table whole before it takes the first row from it.
 /// Conditions: k is the only key of the groups, a whole number, and an index begins with it; d is
 /// one table, or several and one value or a list of them for an indexed column narrows the select
-/// that holds the join or one around it; no right join follows, and no sub-select reads g.
+/// that holds the join or one around it; no sub-select reads g.
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry

@@ -36,8 +36,6 @@ std::string_view joinWord(const From& join) {
       return join.ordered ? " CROSS JOIN " : " JOIN ";
     case JoinKind::Left:
       return " LEFT JOIN ";
-    case JoinKind::Right:
-      return " RIGHT JOIN ";
     case JoinKind::Cross:
       break;
   }
