@@ -96,6 +96,16 @@ std::vector<Member> HelperFrame::members() {
                      "Keeps recordsets from now on, where the application allows it, or stops.")});
 }
 
+bool moveOn(Steps& step, const Ref<Recordset>& rows, std::source_location where) {
+  const bool moved = step(
+      [&] {
+        rows->MoveNext();
+        return true;
+      },
+      where);
+  return moved && step([&] { return !rows->AtEnd(); }, where);
+}
+
 Value valueOrEmpty(const Ref<Recordset>& rows, const std::string& column) {
   Value value = rows->Field(column);
   if (value.isNull()) return {};

@@ -101,6 +101,9 @@ class HelperFrame : public QueryFrame {
     return rows;
   }
 
+  /// Whether recordsets are kept at present.
+  [[nodiscard]] bool keepsRecordsets() const noexcept { return cacheOn_; }
+
   /// Closes a recordset that is not kept.
   void release(const Ref<Recordset>& rows) const {
     if (!cacheOn_) rows->Close();
@@ -110,6 +113,11 @@ class HelperFrame : public QueryFrame {
   bool cacheAllowed_;
   bool cacheOn_ = false;
 };
+
+/// Moves to the next row; whether there is one. It is none, too, after an error that the method
+/// goes on from, so that a walk through rows always ends. The steps carry the line of the caller.
+bool moveOn(Steps& step, const Ref<Recordset>& rows,
+            std::source_location where = std::source_location::current());
 
 /// A field's value, or Empty (zero, no date, no text) where it is null.
 Value valueOrEmpty(const Ref<Recordset>& rows, const std::string& column);

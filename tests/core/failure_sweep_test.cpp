@@ -68,9 +68,14 @@ bool alike(const Value& a, const Value& b) {
 /// and private methods that have a trap of their own.
 bool isTrapped(const std::string& className, const std::string& method) {
   static const std::set<std::string> kOthers{
-      "CQueries.CurrentConnection",   "CCustomerQueries.GetCustomerAgingTrxSQL",
-      "MUtils.PutRecordsetInCache",   "MUtils.GetRecordsetFromCache",
+      "CQueries.CurrentConnection",
+      "CCustomerQueries.GetCustomerAgingTrxSQL",
+      "MUtils.PutRecordsetInCache",
+      "MUtils.GetRecordsetFromCache",
       "MUtils.QuorCastriaFoundation",
+      "CInventoryHelper.GetAvgCostRangeForItem",
+      "CInventoryHelper.CalculateAverageCostForRS",
+      "CInventoryHelper.GetLastCostItem",
   };
   if (kOthers.contains(className + "." + method)) return true;
   const ClassInfo* info = findClass(className);

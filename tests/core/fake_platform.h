@@ -66,7 +66,7 @@ class FakeRecordset : public Recordset {
   }
   ~FakeRecordset() override { forget(); }
 
-  bool AtEnd() override { return enter("AtEnd"), script_->row.empty(); }
+  bool AtEnd() override { return enter("AtEnd"), past_ || script_->row.empty(); }
   std::int32_t FieldCount() override {
     return enter("FieldCount"), static_cast<std::int32_t>(script_->columns.size());
   }
@@ -80,9 +80,12 @@ class FakeRecordset : public Recordset {
     const auto found = script_->row.find(name);
     return found == script_->row.end() ? Value(std::int32_t{1}) : found->second;
   }
-  void MoveFirst() override { enter("MoveFirst"); }
-  void MoveNext() override { enter("MoveNext"); }
-  bool Find(const std::string&) override { return enter("Find"), !script_->row.empty(); }
+  void MoveFirst() override { enter("MoveFirst"), past_ = false; }
+  void MoveNext() override { enter("MoveNext"), past_ = true; }
+  bool Find(const std::string&) override {
+    enter("Find"), past_ = false;
+    return !script_->row.empty();
+  }
   void AddNew() override { enter("AddNew"); }
   void SetField(const std::string&, const Value&) override { enter("SetField"); }
   void Update() override { enter("Update"); }
@@ -102,6 +105,7 @@ class FakeRecordset : public Recordset {
   }
   ScriptPtr script_;
   bool closed_ = false;
+  bool past_ = false;  // behind the one row
 };
 
 class FakeConnection : public Connection {
