@@ -1,6 +1,7 @@
 // Where a command reads and writes, and what kind of place that is.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <istream>
 #include <ostream>
@@ -35,10 +36,13 @@ struct Console {
   bool errIsTerminal = false;
   /// Whether `out` takes colour: a terminal, unless the environment says otherwise.
   bool colour = false;
+  /// Columns that fit on a line of `out`; 0 where nobody has said.
+  std::size_t width = 0;
 
-  /// `text` in bold or in faint letters where `out` takes colour, as it is elsewhere.
+  /// `text` in bold, in faint or in red letters where `out` takes colour, as it is elsewhere.
   [[nodiscard]] std::string bold(std::string_view text) const;
   [[nodiscard]] std::string faint(std::string_view text) const;
+  [[nodiscard]] std::string alarming(std::string_view text) const;
 };
 
 /// Runs the command line `arguments` (without the program's name) and returns its exit code. Every

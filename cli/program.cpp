@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::string_view kBold = "\x1b[1m";
 constexpr std::string_view kFaint = "\x1b[2m";
+constexpr std::string_view kRed = "\x1b[1;31m";
 constexpr std::string_view kPlain = "\x1b[0m";
 
 std::string styled(bool colour, std::string_view style, std::string_view text) {
@@ -114,6 +115,7 @@ int perform(const Action& action, Console& console) {
 
 std::string Console::bold(std::string_view text) const { return styled(colour, kBold, text); }
 std::string Console::faint(std::string_view text) const { return styled(colour, kFaint, text); }
+std::string Console::alarming(std::string_view text) const { return styled(colour, kRed, text); }
 
 int run(const std::vector<std::string>& arguments, Console& console) {
   CLI::App program("Runs the accounting queries and calculations of QuorAccQueries.", "quoracc");

@@ -16,4 +16,7 @@ namespace QuorCli {
 /// that digits stand below each other: "1,234.50 ", "(1,234.50)".
 [[nodiscard]] std::string amountText(QuorDataLib::Currency amount);
 
+/// A quantity with a comma between thousands and that many decimals, 0 to 4: "-1,234.5".
+[[nodiscard]] std::string quantityText(QuorDataLib::Currency quantity, int decimals);
+
 }  // namespace QuorCli

@@ -86,6 +86,21 @@ std::string visible(std::string_view text) {
   return out;
 }
 
+std::string shortened(std::string_view text, std::size_t width) {
+  if (displayWidth(text) <= width) return std::string(text);
+  if (width == 0) return {};
+  std::string out;
+  std::size_t used = 1;  // the ellipsis
+  bool full = false;
+  forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+    used += characterWidth(character);
+    full = full || used > width;
+    if (!full) out += bytes;
+  });
+  out.erase(out.find_last_not_of(' ') + 1);
+  return out + "\xE2\x80\xA6";
+}
+
 void appendPadded(std::string& out, std::string_view text, std::size_t width, bool right) {
   const std::size_t used = displayWidth(text);
   const std::size_t blanks = width > used ? width - used : 0;

@@ -18,6 +18,9 @@ namespace QuorCli {
 /// and cannot steer a terminal.
 [[nodiscard]] std::string visible(std::string_view text);
 
+/// The text in at most `width` columns, cut with an ellipsis where it is longer.
+[[nodiscard]] std::string shortened(std::string_view text, std::size_t width);
+
 /// Appends `text` with blanks before it (`right`) or after it up to `width` columns.
 void appendPadded(std::string& out, std::string_view text, std::size_t width, bool right);
 

@@ -9,7 +9,7 @@
 
 namespace QuorCli {
 
-AgeBuckets AgeBuckets::parse(std::string_view text) {
+AgeBuckets AgeBuckets::parse(std::string_view text, AgeBy by) {
   const auto refuse = [&] {
     throw UsageError("--buckets wants ascending numbers of days such as 30,60,90, not '" +
                      std::string(text) + "'");
@@ -26,7 +26,8 @@ AgeBuckets AgeBuckets::parse(std::string_view text) {
     if (more && *stop != ',') refuse();
     next = stop + (more ? 1 : 0);
   }
-  return AgeBuckets(std::move(limits));
+  if (by == AgeBy::Due) limits.insert(limits.begin(), 0);
+  return {std::move(limits), by};
 }
 
 std::size_t AgeBuckets::bucketOf(std::int64_t days) const noexcept {
@@ -38,11 +39,13 @@ std::int32_t AgeBuckets::first(std::size_t bucket) const {
 }
 
 std::string AgeBuckets::title(std::size_t bucket) const {
+  if (by_ == AgeBy::Due && bucket == 0) return "not due";
   if (bucket == limits_.size()) return "over " + std::to_string(limits_.back());
   return std::to_string(first(bucket)) + "-" + std::to_string(limits_[bucket]);
 }
 
 std::string AgeBuckets::columnName(std::size_t bucket) const {
+  if (by_ == AgeBy::Due && bucket == 0) return "NotDue";
   if (bucket == limits_.size()) return "DaysOver" + std::to_string(limits_.back());
   return "Days" + std::to_string(first(bucket)) + "To" + std::to_string(limits_[bucket]);
 }

@@ -12,7 +12,8 @@ namespace QuorCli {
 /// Empty when nothing is above zero.
 [[nodiscard]] std::vector<int> sharesOf(const std::vector<QuorDataLib::Currency>& parts);
 
-/// A bar of eight blocks and the number: "███▌     44%".
-[[nodiscard]] std::string shareBar(int percent);
+/// A bar and the number in `width` columns: "███▌      44%"; the number alone where a bar would be
+/// too short to say anything.
+[[nodiscard]] std::string shareBar(int percent, std::size_t width);
 
 }  // namespace QuorCli

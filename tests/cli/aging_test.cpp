@@ -7,10 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/report/aging/page.h"
 #include "cli/report/buckets.h"
 #include "cli/report/exchange.h"
-#include "cli/report/grouping.h"
-#include "cli/report/printer.h"
 #include "cli/report/share.h"
 #include "tests/cli/rows_in_memory.h"
 
@@ -39,6 +38,13 @@ TEST(AgeBuckets, bordersBelongToTheYoungerBucket) {
   EXPECT_EQ(buckets.columnName(1), "Days31To60");
   EXPECT_EQ(buckets.columnName(3), "DaysOver90");
   EXPECT_EQ(AgeBuckets::parse("45").count(), 2U);
+
+  const AgeBuckets overdue = AgeBuckets::parse("30,60", AgeBy::Due);
+  EXPECT_EQ(overdue.bucketOf(0), 0U);
+  EXPECT_EQ(overdue.bucketOf(1), 1U);
+  EXPECT_EQ(overdue.title(0) + " " + overdue.title(1) + " " + overdue.title(3),
+            "not due 1-30 over 60");
+  EXPECT_EQ(overdue.columnName(0) + " " + overdue.columnName(1), "NotDue Days1To30");
 }
 
 TEST(AgeBuckets, refuseWhatIsNoAscendingList) {
@@ -74,9 +80,10 @@ TEST(HomeCurrency, aDocumentPaidInPartsComesToZero) {
 TEST(Shares, addUpOverWhatIsOwed) {
   EXPECT_EQ(sharesOf({amount("50"), amount("-20"), amount("150")}), (std::vector<int>{25, 0, 75}));
   EXPECT_TRUE(sharesOf({amount("-1"), Currency()}).empty());
-  EXPECT_EQ(shareBar(100), "████████ 100%");
-  EXPECT_EQ(shareBar(44), "███▌      44%");
-  EXPECT_EQ(shareBar(1), "           1%");
+  EXPECT_EQ(shareBar(100, 13), "████████ 100%");
+  EXPECT_EQ(shareBar(44, 13), "███▌      44%");
+  EXPECT_EQ(shareBar(1, 13), "           1%");
+  EXPECT_EQ(shareBar(44, 7), "44%");
 }
 
 /// A row of customer aging. `order` is the document that it stands under.
@@ -92,6 +99,7 @@ struct Item {
   Date date;
   const char* balance;
   Value rate = Value::null();
+  Value due = Value::null();
 };
 
 QuorDataLib::Ref<QuorDataLib::Recordset> recordset(const std::vector<Item>& items) {
@@ -99,14 +107,17 @@ QuorDataLib::Ref<QuorDataLib::Recordset> recordset(const std::vector<Item>& item
   for (const Item& item : items) {
     const bool nothing = item.party == 0;  // a currency without items
     const auto orNull = [&](Value value) { return nothing ? Value::null() : std::move(value); };
-    rows.push_back({orNull(item.party), orNull(item.name), item.currency, orNull(item.order),
-                    orNull(item.orderDate), orNull(item.key), orNull(item.number),
-                    orNull(item.type), orNull(item.date), orNull(amount(item.balance)), item.rate});
+    rows.push_back({orNull(item.party), orNull("C" + std::to_string(item.party)), item.due,
+                    orNull(item.name), item.currency, orNull(item.order), orNull(item.orderDate),
+                    orNull(item.key), orNull(item.number), orNull(item.type), orNull(item.date),
+                    orNull(amount(item.balance)), item.rate});
   }
   const auto text = ValueType::Text;
   const auto whole = ValueType::Long;
   return QuorDataLib::make<RowsInMemory>(
       std::vector<ColumnHead>{{"ExCustID", whole},
+                              {"CustId", text},
+                              {"DueDate", ValueType::Date},
                               {"Name", text},
                               {"ExCurrencyId", whole},
                               {"DocOrderId", whole},
@@ -124,27 +135,26 @@ AgingContext context() {
   return {.source = &kCustomerAging,
           .asOf = Date::of(2025, 12, 31),
           .buckets = AgeBuckets::parse("30,60,90"),
-          .all = false,
-          .byCurrency = false,
-          .companyName = "Maple Trading Ltd.",
-          .homeCurrency = 1,
-          .currencyCodes = {{1, "CAD"}, {2, "USD"}},
+          .company = {.name = "Maple Trading Ltd.",
+                      .sessionDate = {},
+                      .currencyCodes = {{1, "CAD"}, {2, "USD"}}},
           .limit = {}};
 }
 
 std::string report(const std::vector<Item>& items, const AgingContext& context, Format format,
-                   bool terminal = false) {
+                   bool terminal = false, std::size_t width = 0) {
   TextConsole text;
   text.console.outIsTerminal = terminal;
-  const auto printer = format == Format::Table ? makeAgingSheet(context, text.console)
-                                               : makeAgingRows(context, format, text.console);
-  AgingGrouping grouping(context.asOf, context.buckets, context.homeCurrency,
-                         [&](const AgingBlock& block) { printer->block(block); });
-  AgingReader reader(*context.source, recordset(items));
-  printer->begin();
+  text.console.width = width;
+  const auto printer = makeReport(format, text.console);
+  AgingPage page(context, *printer);
+  AgingGrouping grouping(context.asOf, context.buckets, context.company.homeCurrency,
+                         [&](const AgingBlock& block) { page.block(block); });
+  AgingReader reader(*context.source, context.by, recordset(items));
+  page.begin();
   for (AgingRow row; printer->wantsMore() && reader.next(row);) grouping.add(row);
   grouping.finish();
-  printer->end(grouping.totals());
+  page.end(grouping.totals());
   return text.out.str();
 }
 
@@ -174,33 +184,24 @@ TEST(AgingReport, printsBlocksBucketsAndTotals) {
       "Maple Trading Ltd.\n"
       "Customer aging as at 2025-12-31\n"
       "\n"
-      "L\xC3\xA9ger (customer 7), CAD\n"
-      "  Document    Type          Date         Days       Balance           0-30          31-60   "
-      "       61-90        over 90\n"
-      "  F-10        invoice       2025-10-01     91        693.75                                 "
-      "                     693.75\n"
-      "  N-11        credit note   2025-11-15     46        (50.00)                       (50.00)\n"
-      "  C-2         credit        2025-12-15     16       (200.00)       (200.00)\n"
-      "  C-3         payment       2025-12-30      1        (40.00)        (40.00)\n"
-      "  Total CAD                                          403.75        (240.00)        (50.00)  "
-      "           -         693.75\n"
+      "C7 Léger (customer 7), CAD\n"
+      "  Document  Type          Date        Days  Balance      0-30    31-60   61-90   over 90\n"
+      "  F-10      invoice       2025-10-01    91   693.75                               693.75\n"
+      "  N-11      credit note   2025-11-15    46   (50.00)            (50.00)\n"
+      "  C-2       credit        2025-12-15    16  (200.00)  (200.00)\n"
+      "  C-3       payment       2025-12-30     1   (40.00)   (40.00)\n"
+      "  Total CAD                                  403.75   (240.00)  (50.00)      -    693.75\n"
       "\n"
-      "Acme (customer 9), USD\n"
-      "  Document    Type          Date         Days       Balance           0-30          31-60   "
-      "       61-90        over 90\n"
-      "  F-13        counter sale  2025-12-15     16        100.10         100.10\n"
-      "  Total USD                                          100.10         100.10              -   "
-      "           -              -\n"
+      "C9 Acme (customer 9), USD\n"
+      "  Document  Type          Date        Days  Balance      0-30    31-60   61-90   over 90\n"
+      "  F-13      counter sale  2025-12-15    16   100.10    100.10\n"
+      "  Total USD                                  100.10    100.10        -       -         -\n"
       "\n"
       "All customers\n"
-      "                                                    Balance           0-30          31-60   "
-      "       61-90        over 90\n"
-      "  Total CAD, 1 customer, 4 documents                 403.75        (240.00)        (50.00)  "
-      "           -         693.75\n"
-      "  Total USD, 1 customer, 1 document                  100.10         100.10              -   "
-      "           -              -\n"
-      "  All in CAD, at the documents' rates                540.64        (103.11)        (50.00)  "
-      "           -         693.75\n");
+      "                                            Balance      0-30    31-60   61-90   over 90\n"
+      "  Total CAD, 1 customer, 4 documents         403.75   (240.00)  (50.00)      -    693.75\n"
+      "  Total USD, 1 customer, 1 document          100.10    100.10        -       -         -\n"
+      "  All in CAD, at the documents' rates        540.64   (103.11)  (50.00)      -    693.75\n");
 }
 
 TEST(AgingReport, oneCurrencyNeedsNoConversion) {
@@ -216,16 +217,17 @@ TEST(AgingReport, rowsForProgramsCarryTheSameFigures) {
   std::vector<std::string> names;
   for (const auto& column : document["columns"]) names.push_back(column["name"]);
   EXPECT_THAT(names,
-              testing::ElementsAre("PartyId", "PartyName", "Currency", "Kind", "Type", "DocumentId",
-                                   "Number", "Date", "Days", "Balance", "HomeBalance", "Days0To30",
-                                   "Days31To60", "Days61To90", "DaysOver90"));
+              testing::ElementsAre("PartyId", "PartyCode", "PartyName", "Currency", "Kind", "Type",
+                                   "DocumentId", "Number", "Date", "Days", "Balance", "HomeBalance",
+                                   "Days0To30", "Days31To60", "Days61To90", "DaysOver90"));
   ASSERT_EQ(document["rows"].size(), 5U);
   EXPECT_EQ(document["rows"][0].dump(),
-            R"([7,"Léger","CAD","invoice",1,10,"F-10","2025-10-01",91,"693.7500","693.7500",)"
+            R"([7,"C7","Léger","CAD","invoice",1,10,"F-10","2025-10-01",91,"693.7500","693.7500",)"
             R"("0.0000","0.0000","0.0000","693.7500"])");
-  EXPECT_EQ(document["rows"][4].dump(),
-            R"([9,"Acme","USD","counter sale",2,13,"F-13","2025-12-15",16,"100.1000","136.8900",)"
-            R"("100.1000","0.0000","0.0000","0.0000"])");
+  EXPECT_EQ(
+      document["rows"][4].dump(),
+      R"([9,"C9","Acme","USD","counter sale",2,13,"F-13","2025-12-15",16,"100.1000","136.8900",)"
+      R"("100.1000","0.0000","0.0000","0.0000"])");
 }
 
 TEST(AgingReport, differentCurrenciesOfOnePartyAreNeverAdded) {
@@ -252,9 +254,9 @@ TEST(AgingReport, aCreditIsTiedToNothingEvenWhereNumbersCoincide) {
   };
   const auto rows = nlohmann::json::parse(report(items, context(), Format::Json))["rows"];
   ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(rows[0][9], "40.0000");
-  EXPECT_EQ(rows[1][3], "credit");
-  EXPECT_EQ(rows[1][9], "-10.0000");
+  EXPECT_EQ(rows[0][10], "40.0000");
+  EXPECT_EQ(rows[1][4], "credit");
+  EXPECT_EQ(rows[1][10], "-10.0000");
 }
 
 TEST(AgingReport, aLimitCutsLinesButNoTotals) {
@@ -273,12 +275,41 @@ TEST(AgingReport, byCurrencyHasAHeadingForEachCurrency) {
   AgingContext byCurrency = context();
   byCurrency.byCurrency = true;
   const std::string text = report(twoCustomers(), byCurrency, Format::Table);
-  EXPECT_THAT(text, testing::HasSubstr("\n\nUSD\n\nAcme"));
+  EXPECT_THAT(text, testing::HasSubstr("\n\nUSD\n\nC9 Acme"));
 }
 
 TEST(AgingReport, barsAreForTerminals) {
-  EXPECT_THAT(report(twoCustomers(), context(), Format::Table, true),
-              testing::HasSubstr("████████ 100%"));
+  EXPECT_THAT(report(twoCustomers(), context(), Format::Table, true), testing::HasSubstr("100%"));
+}
+
+TEST(AgingReport, aSummaryHasALineForEachParty) {
+  AgingContext summary = context();
+  summary.summary = true;
+  EXPECT_EQ(report(twoCustomers(), summary, Format::Csv),
+            "PartyId,PartyCode,PartyName,Currency,Documents,Balance,HomeBalance,Days0To30,"
+            "Days31To60,Days61To90,DaysOver90\r\n"
+            "7,C7,L\xC3\xA9ger,CAD,4,403.7500,403.7500,-240.0000,-50.0000,0.0000,693.7500\r\n"
+            "9,C9,Acme,USD,1,100.1000,136.8900,100.1000,0.0000,0.0000,0.0000\r\n");
+  EXPECT_THAT(report(twoCustomers(), summary, Format::Table),
+              testing::AllOf(testing::ContainsRegex("\nC7 +L\xC3\xA9ger +CAD +4 +403\\.75 "),
+                             testing::ContainsRegex("All in CAD.* 540\\.64 ")));
+}
+
+TEST(AgingReport, agesCountFromTheDueDateWhereThereIsOne) {
+  AgingContext byDue = context();
+  byDue.by = AgeBy::Due;
+  byDue.buckets = AgeBuckets::parse("30", AgeBy::Due);
+  const std::vector<Item> items{
+      {7, "A", 1, 10, kOctober, 10, "F-10", 1, kOctober, "9", {}, Date::of(2025, 12, 30)},
+      {7, "A", 1, 10, kOctober, 20, "C-1", 99, kDecember, "-2", {}, Date::of(2025, 12, 30)},
+      {7, "A", 1, 11, kOctober, 11, "F-11", 1, kOctober, "5", {}, Date::of(2025, 12, 31)},
+      {7, "A", 1, 12, kOctober, 12, "F-12", 1, kOctober, "3"},
+  };
+  const auto rows = nlohmann::json::parse(report(items, byDue, Format::Json))["rows"];
+  EXPECT_EQ(rows[0].dump(), R"([7,"C7","A","CAD","invoice",1,10,"F-10","2025-10-01","2025-12-30",)"
+                            R"(1,"7.0000","7.0000","0.0000","7.0000","0.0000"])");
+  EXPECT_EQ(rows[1][13], "5.0000") << "what is due on the day is not overdue";
+  EXPECT_EQ(rows[2][15], "3.0000") << "without a due date the document's own counts";
 }
 
 }  // namespace

@@ -97,18 +97,17 @@ TEST_F(CompanyCommands, agingOfCustomersIsWhatTheBooksSay) {
       "Érable & Fils inc.\n"
       "Customer aging as at 2025-12-31\n"
       "\n"
-      "Léger Ltée (customer 1), CAD\n"
-      "  Document    Type          Date         Days       Balance           0-30          31-60"
-      "          61-90        over 90\n"
-      "  F-10        invoice       2025-09-15    107        660.00"
-      "                                                      660.00\n"
-      "  C-20        credit        2025-10-15     77        (20.00)"
-      "                                      (20.00)\n"
-      "  N-11        credit note   2025-11-20     41        (50.00)                       (50.00)\n"
-      "  F-12        invoice       2025-12-20     11        200.00         200.00\n"
-      "  C-22        credit        2025-12-28      3       (300.00)       (300.00)\n"
-      "  Total CAD                                          490.00        (100.00)        (50.00)"
-      "        (20.00)        660.00\n";
+      "LEG Léger Ltée (customer 1), CAD\n"
+      "  Document  Type          Date        Days   Balance       0-30    31-60    61-90   over "
+      "90\n"
+      "  F-10      invoice       2025-09-15   107    660.00                                 "
+      "660.00\n"
+      "  C-20      credit        2025-10-15    77    (20.00)                      (20.00)\n"
+      "  N-11      credit note   2025-11-20    41    (50.00)             (50.00)\n"
+      "  F-12      invoice       2025-12-20    11    200.00     200.00\n"
+      "  C-22      credit        2025-12-28     3   (300.00)   (300.00)\n"
+      "  Total CAD                                   490.00    (100.00)  (50.00)  (20.00)   "
+      "660.00\n";
   for (const std::string engine : {"server", "desktop"}) {
     const std::string report = output({"aging", "customers", "--engine", engine});
     EXPECT_THAT(report, testing::StartsWith(expected)) << engine;
@@ -125,25 +124,32 @@ TEST_F(CompanyCommands, agingFollowsItsOptions) {
   EXPECT_THAT(output({"aging", "customers", "--all"}), ContainsRegex("F-14 .* 91 +0\\.00\n"));
   EXPECT_THAT(output({"aging", "customers", "--party", "2"}),
               AllOf(HasSubstr("Acme"), Not(HasSubstr("Léger"))));
-  EXPECT_THAT(output({"aging", "customers", "--party", "99"}), HasSubstr("Nothing to show"));
-  EXPECT_THAT(
-      output({"aging", "customers", "--by-currency"}),
-      AllOf(HasSubstr("\n\nCAD\n\nLéger"), HasSubstr("\n\nUSD\n\nAcme"), Not(HasSubstr("EUR"))));
+  EXPECT_THAT(output({"aging", "customers", "--party", "3"}), HasSubstr("Nothing to show"));
+  EXPECT_EQ(output({"aging", "customers", "--party", "acm"}),
+            output({"aging", "customers", "--party", "2"}));
+  EXPECT_THAT(run({"aging", "customers", "--party", "99"}).err, HasSubstr("no customer"));
+  EXPECT_THAT(run({"aging", "customers", "--party", "LEGR"}).err, HasSubstr("Did you mean LEG?"));
+  EXPECT_THAT(run({"aging", "customers", "--party", "corp"}).err,
+              HasSubstr("By that name there is ACM (Acme Corp.)."));
+  EXPECT_THAT(output({"aging", "customers", "--by-currency"}),
+              AllOf(HasSubstr("\n\nCAD\n\nLEG Léger"), HasSubstr("\n\nUSD\n\nACM Acme"),
+                    Not(HasSubstr("EUR"))));
   EXPECT_THAT(output({"aging", "customers", "--set", "Company.SessionDate=2025-09-20"}),
               AllOf(HasSubstr("as at 2025-09-20"), HasSubstr("Total CAD, 1 customer, 1 document")));
 
   const json rows = json::parse(
       output({"aging", "customers", "--format", "json", "--buckets", "15,100"}))["rows"];
   ASSERT_EQ(rows.size(), 6U);
-  EXPECT_EQ(rows[0].dump(), R"([1,"Léger Ltée","CAD","invoice",1,10,"F-10","2025-09-15",107,)"
+  EXPECT_EQ(rows[0].dump(), R"([1,"LEG","Léger Ltée","CAD","invoice",1,10,"F-10","2025-09-15",107,)"
                             R"("660.0000","660.0000","0.0000","0.0000","660.0000"])");
-  EXPECT_EQ(rows[5].dump(), R"([2,"Acme Corp.","USD","counter sale",2,13,"F-13","2025-12-01",30,)"
-                            R"("1000.0000","1367.5000","0.0000","1000.0000","0.0000"])");
+  EXPECT_EQ(rows[5].dump(),
+            R"([2,"ACM","Acme Corp.","USD","counter sale",2,13,"F-13","2025-12-01",30,)"
+            R"("1000.0000","1367.5000","0.0000","1000.0000","0.0000"])");
 }
 
 TEST_F(CompanyCommands, agingOfSuppliers) {
   EXPECT_THAT(output({"aging", "suppliers"}),
-              AllOf(HasSubstr("Bois Laurentide (supplier 1), CAD"),
+              AllOf(HasSubstr("BOIS Bois Laurentide (supplier 1), CAD"),
                     ContainsRegex("A-30 +purchase +2025-11-01 +60 +300\\.00 +300\\.00\n"),
                     ContainsRegex("777 +credit +2025-12-01 +30 +\\(50\\.00\\) +\\(50\\.00\\)\n"),
                     ContainsRegex("Total CAD +250\\.00 +\\(50\\.00\\) +300\\.00 ")));

@@ -61,7 +61,7 @@ TEST(Program, refusesEveryWrongUseWithExitTwo) {
       {{"aging", "customers", "--company", "x", "--as-of", "2025-02-30"}, "--as-of"},
       {{"aging", "customers", "--company", "x", "--as-of", ""}, "--as-of"},
       {{"aging", "customers", "--company", "x", "--buckets", "60,30"}, "--buckets"},
-      {{"aging", "customers", "--company", "x", "--party", "0"}, "--party: '0'"},
+      {{"aging", "customers", "--company", "x", "--by", "age"}, "none of document|due"},
       {{"aging", "customers", "--company", "x", "--cache"}, "has no CacheRecordsets"},
   };
   for (const Case& wrong : cases) {

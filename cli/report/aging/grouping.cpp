@@ -1,21 +1,15 @@
-#include "cli/report/grouping.h"
+#include "cli/report/aging/grouping.h"
 
 #include <algorithm>
 #include <utility>
 
+#include "cli/report/period.h"
+
 namespace QuorCli {
-namespace {
 
 using QuorDataLib::Date;
 using QuorDataLib::Value;
 using Kind = AgedDocument::Kind;
-
-std::int64_t daysBetween(Date from, Date to) {
-  constexpr std::int64_t kSecondsPerDay = 86'400;
-  return (to.dateOnly().seconds() - from.dateOnly().seconds()) / kSecondsPerDay;
-}
-
-}  // namespace
 
 AgingGrouping::AgingGrouping(Date asOf, AgeBuckets buckets, std::int32_t homeCurrency,
                              std::function<void(const AgingBlock&)> ready)
@@ -35,15 +29,17 @@ void AgingGrouping::add(const AgingRow& row) {
 }
 
 void AgingGrouping::finish() {
-  for (const Filling& filling : party_) {
-    const AgingBlock& block = filling.block;
+  for (Filling& filling : party_) {
+    AgingBlock& block = filling.block;
     CurrencyTotal& total =
         totals_.byCurrency.try_emplace(block.currencyId, buckets_.count()).first->second;
     ++total.parties;
     total.documents += static_cast<std::int64_t>(block.documents.size());
     for (const AgedDocument& document : block.documents) {
+      const QuorDataLib::Currency home = document.home.total();
       total.amounts.add(document.bucket, document.balance);
-      totals_.home.add(document.bucket, document.home.total());
+      totals_.home.add(document.bucket, home);
+      block.home += home;
     }
     ready_(block);
   }
@@ -56,6 +52,7 @@ AgingGrouping::Filling& AgingGrouping::fillingFor(const AgingRow& row) {
   if (found != party_.end()) return *found;
   Filling& filling = party_.emplace_back(Filling{AgingBlock(buckets_.count()), {}, {}});
   filling.block.partyId = row.partyId;
+  filling.block.partyCode = row.partyCode;
   filling.block.partyName = row.partyName;
   filling.block.currencyId = row.currencyId;
   return filling;
@@ -83,7 +80,8 @@ AgedDocument& AgingGrouping::append(AgingBlock& block, const AgingRow& row, Kind
   document.type = row.type;
   document.date = row.date;
   document.amount = row.balance;
-  document.age = daysBetween(row.date, asOf_);
+  document.agesFrom = row.due.empty() ? row.date : row.due;
+  document.age = daysBetween(document.agesFrom, asOf_);
   document.bucket = buckets_.bucketOf(document.age);
   return document;
 }

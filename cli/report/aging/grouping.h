@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/report/aging/source.h"
 #include "cli/report/buckets.h"
 #include "cli/report/exchange.h"
-#include "cli/report/source.h"
 #include "platform/date.h"
 
 namespace QuorCli {
@@ -30,7 +30,9 @@ struct AgedDocument {
   std::string number;
   std::int32_t type = 0;
   QuorDataLib::Date date;
-  /// Days from its date to the report's; negative when it is dated later.
+  /// The day that its age counts from: its own, or the day that it is due.
+  QuorDataLib::Date agesFrom;
+  /// Days from there to the report's day; negative when that comes first.
   std::int64_t age = 0;
   std::size_t bucket = 0;
   /// What the document itself came to, before anything was applied to it.
@@ -45,10 +47,13 @@ struct AgingBlock {
   explicit AgingBlock(std::size_t buckets) : total(buckets) {}
 
   std::int32_t partyId = 0;
+  std::string partyCode;
   std::string partyName;
   std::int32_t currencyId = 0;
   std::vector<AgedDocument> documents;
   AgedAmounts total;
+  /// The balance in home currency, each document at its own rate.
+  QuorDataLib::Currency home;
 };
 
 /// Sums over parties, for one currency.

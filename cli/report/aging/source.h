@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/report/buckets.h"
+#include "cli/report/subject.h"
 #include "cli/words/invocation.h"
 #include "platform/data_library.h"
 
@@ -30,12 +32,25 @@ struct AgingSource {
   std::string_view allArgument;
   std::string_view partyArgument;
   std::string_view dateArgument;
+  std::string_view fieldsArgument;
+
+  /// The customers or suppliers.
+  const SubjectKind* subjects;
 
   std::string_view partyColumn;
+  std::string_view codeColumn;
   std::string_view keyColumn;
   std::string_view numberColumn;
   std::string_view typeColumn;
   std::string_view dateColumn;
+
+  /// The columns above and the others that the report reads, for a list of its own: the rows' name
+  /// in the member's statement, the column that ties a row to its document, and where documents
+  /// have their due dates.
+  std::string_view rowsName;
+  std::string_view documentColumn;
+  std::string_view documentTable;
+  std::string_view documentKey;
 
   /// The documents' types from 1 on, in words.
   std::array<std::string_view, 4> typeNames;
@@ -51,12 +66,16 @@ struct AgingRequest {
   std::int32_t party = 0;
   bool all = false;
   bool byCurrency = false;
+  /// With the due dates of documents, which the member's own list does not have.
+  AgeBy by = AgeBy::Document;
+  QuorHost::Sql::Dialect dialect = QuorHost::Sql::Dialect::Server;
 };
 
 /// The component's member for a side. Raises `Failure` where this build has none.
 [[nodiscard]] Target agingTarget(const AgingSource& source);
 
-/// The member's arguments for a request; field list and order are the member's own.
+/// The member's arguments for a request; the order is the member's own, and so is the field list
+/// but by due date.
 [[nodiscard]] std::vector<QuorDataLib::Value> agingArguments(const Target& target,
                                                              const AgingSource& source,
                                                              const AgingRequest& request);
@@ -64,6 +83,7 @@ struct AgingRequest {
 /// One row: a document, something applied to one, or an open credit.
 struct AgingRow {
   std::int32_t partyId = 0;
+  std::string partyCode;
   std::string partyName;
   std::int32_t currencyId = 0;
   /// The document that the row belongs to; of an open credit, its own payment.
@@ -74,6 +94,8 @@ struct AgingRow {
   std::string number;
   std::int32_t type = 0;
   QuorDataLib::Date date;
+  /// When its document is due; none where nobody has said, or asked.
+  QuorDataLib::Date due;
   QuorDataLib::Currency balance;
   /// Exchange rate to home currency; Null where there is none.
   QuorDataLib::Value rate;
@@ -92,7 +114,7 @@ struct AgingRow {
 /// Reads the rows of a side in their order.
 class AgingReader {
  public:
-  AgingReader(const AgingSource& source, QuorDataLib::Ref<QuorDataLib::Recordset> rows);
+  AgingReader(const AgingSource& source, AgeBy by, QuorDataLib::Ref<QuorDataLib::Recordset> rows);
 
   /// Reads the next row that has a party (a currency without items comes as a row of nulls). False
   /// at the end.
@@ -102,8 +124,10 @@ class AgingReader {
   [[nodiscard]] std::int32_t column(std::string_view name) const;
 
   QuorDataLib::Ref<QuorDataLib::Recordset> rows_;
-  std::int32_t party_, name_, currency_, orderId_, orderDate_, key_, number_, type_, date_,
+  std::int32_t party_, code_, name_, currency_, orderId_, orderDate_, key_, number_, type_, date_,
       balance_, rate_;
+  /// Only by due date.
+  std::optional<std::int32_t> due_;
 };
 
 }  // namespace QuorCli

@@ -1,4 +1,4 @@
-#include "cli/report/source.h"
+#include "cli/report/aging/source.h"
 
 #include <utility>
 
@@ -20,11 +20,18 @@ const AgingSource kCustomerAging{
     .allArgument = "AllTransactions",
     .partyArgument = "CustomerId",
     .dateArgument = "AsOfDate",
+    .fieldsArgument = "FieldList",
+    .subjects = &kCustomers,
     .partyColumn = "ExCustId",
+    .codeColumn = "CustId",
     .keyColumn = "InInvoiId",
     .numberColumn = "InvoiId",
     .typeColumn = "InvoiType",
     .dateColumn = "InvoiDate",
+    .rowsName = "CustAgingList",
+    .documentColumn = "ExInvoiId",
+    .documentTable = "InvoiHdr",
+    .documentKey = "InInvoiId",
     .typeNames = {"invoice", "counter sale", "services", "adjustment"},
 };
 
@@ -37,11 +44,18 @@ const AgingSource kSupplierAging{
     .allArgument = "ShowAllTransactions",
     .partyArgument = "SuppId",
     .dateArgument = "AgingDate",
+    .fieldsArgument = "FieldsList",
+    .subjects = &kSuppliers,
     .partyColumn = "ExSuppId",
+    .codeColumn = "SuppId",
     .keyColumn = "InPurcId",
     .numberColumn = "DocNo",
     .typeColumn = "PurcType",
     .dateColumn = "PurcDate",
+    .rowsName = "SuppAgingList_View",
+    .documentColumn = "ExPurcId",
+    .documentTable = "PurcHdr",
+    .documentKey = "InPurcId",
     .typeNames = {"purchase", "expense", "services", "adjustment"},
 };
 
@@ -56,17 +70,49 @@ Target agingTarget(const AgingSource& source) {
   return {owner, member};
 }
 
-std::vector<Value> agingArguments(const Target& target, const AgingSource& source,
-                                  const AgingRequest& request) {
-  return bindArguments(target, {{source.allArgument, request.all},
-                                {source.partyArgument, request.party},
-                                {source.dateArgument, request.asOf},
-                                {"ByCurrency", request.byCurrency}});
+namespace {
+
+/// The columns that the reader reads, with the due dates of documents.
+std::string fieldsWithDueDate(const AgingSource& source, const AgingRequest& request) {
+  const std::string rows(source.rowsName);
+  const std::string subjects(source.subjects->table);
+  std::string list;
+  for (const std::string_view column :
+       {source.partyColumn, source.keyColumn, source.numberColumn, source.typeColumn,
+        source.dateColumn, std::string_view("DocOrderId"), std::string_view("DocOrderDate"),
+        std::string_view("Balance"), std::string_view("ExchangeRate")}) {
+    list += rows + "." + std::string(column) + ", ";
+  }
+  list += subjects + "." + std::string(source.codeColumn) + ", " + subjects + ".Name, ";
+  list += "(SELECT Dated.DueDate FROM " + std::string(source.documentTable) +
+          " AS Dated WHERE Dated." + std::string(source.documentKey) + " = " + rows + "." +
+          std::string(source.documentColumn) + ") AS DueDate, ";
+  const std::string currency = rows + ".ExCurrencyId";
+  if (!request.byCurrency) return list + currency;
+  const bool desktop = request.dialect == QuorHost::Sql::Dialect::Desktop;
+  return list +
+         (desktop ? "IIf(IsNull(" + currency + "),1," + currency + ")"
+                  : "COALESCE(" + currency + ",1)") +
+         " AS InnerViewExCurrencyId";
 }
 
-AgingReader::AgingReader(const AgingSource& source, Ref<Recordset> rows)
+}  // namespace
+
+std::vector<Value> agingArguments(const Target& target, const AgingSource& source,
+                                  const AgingRequest& request) {
+  return bindArguments(
+      target, {{source.allArgument, request.all},
+               {source.partyArgument, request.party},
+               {source.dateArgument, request.asOf},
+               {source.fieldsArgument,
+                request.by == AgeBy::Due ? fieldsWithDueDate(source, request) : std::string()},
+               {"ByCurrency", request.byCurrency}});
+}
+
+AgingReader::AgingReader(const AgingSource& source, AgeBy by, Ref<Recordset> rows)
     : rows_(std::move(rows)),
       party_(column(source.partyColumn)),
+      code_(column(source.codeColumn)),
       name_(column("Name")),
       currency_(column("ExCurrencyId")),
       orderId_(column("DocOrderId")),
@@ -76,7 +122,9 @@ AgingReader::AgingReader(const AgingSource& source, Ref<Recordset> rows)
       type_(column(source.typeColumn)),
       date_(column(source.dateColumn)),
       balance_(column("Balance")),
-      rate_(column("ExchangeRate")) {}
+      rate_(column("ExchangeRate")) {
+  if (by == AgeBy::Due) due_ = column("DueDate");
+}
 
 std::int32_t AgingReader::column(std::string_view name) const {
   for (std::int32_t index = 0; index < rows_->FieldCount(); ++index) {
@@ -92,6 +140,7 @@ bool AgingReader::next(AgingRow& row) {
   // The query itself counts a row without currency as currency 1.
   const Value currency = rows_->Field(currency_);
   row.partyId = rows_->Field(party_).toLong();
+  row.partyCode = orZero(rows_->Field(code_)).toText();
   row.partyName = orZero(rows_->Field(name_)).toText();
   row.currencyId = currency.isNull() ? 1 : currency.toLong();
   row.orderId = orZero(rows_->Field(orderId_)).toLong();
@@ -100,6 +149,7 @@ bool AgingReader::next(AgingRow& row) {
   row.number = orZero(rows_->Field(number_)).toText();
   row.type = orZero(rows_->Field(type_)).toLong();
   row.date = orZero(rows_->Field(date_)).toDate();
+  row.due = due_ ? orZero(rows_->Field(*due_)).toDate() : QuorDataLib::Date();
   row.balance = orZero(rows_->Field(balance_)).toCurrency();
   row.rate = rows_->Field(rate_);
   rows_->MoveNext();

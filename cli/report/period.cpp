@@ -1,0 +1,31 @@
+#include "cli/report/period.h"
+
+#include "cli/console.h"
+
+namespace QuorCli {
+
+using QuorDataLib::Date;
+
+Date parseDay(const std::string& option, const std::string& text) {
+  const std::optional<Date> date = Date::parse(text);
+  if (!date || date->empty() || date->hasTime()) {
+    throw UsageError(option + " wants a date as YYYY-MM-DD, not '" + text + "'");
+  }
+  return *date;
+}
+
+std::int64_t daysBetween(Date from, Date to) {
+  constexpr std::int64_t kSecondsPerDay = 86'400;
+  return (to.dateOnly().seconds() - from.dateOnly().seconds()) / kSecondsPerDay;
+}
+
+void addAsOf(CLI::App& command, std::optional<std::string>& asOf) {
+  command.add_option("--as-of", asOf, "The day of the report [the session date]")
+      ->type_name("DATE");
+}
+
+Date dayOf(const std::optional<std::string>& asOf, Date sessionDate) {
+  return asOf ? parseDay("--as-of", *asOf) : sessionDate;
+}
+
+}  // namespace QuorCli

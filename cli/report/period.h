@@ -1,0 +1,26 @@
+// The days that a report is about.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <optional>
+#include <string>
+
+#include "platform/date.h"
+
+namespace QuorCli {
+
+/// A day as an option gives it. Raises `UsageError`, naming the option, for anything but a date
+/// without a time of day.
+[[nodiscard]] QuorDataLib::Date parseDay(const std::string& option, const std::string& text);
+
+/// Days from one to the other; negative when `to` comes first.
+[[nodiscard]] std::int64_t daysBetween(QuorDataLib::Date from, QuorDataLib::Date to);
+
+/// Adds `--as-of`; the report's day is the session date without it.
+void addAsOf(CLI::App& command, std::optional<std::string>& asOf);
+
+/// The day that `asOf` gives, or else the session date.
+[[nodiscard]] QuorDataLib::Date dayOf(const std::optional<std::string>& asOf,
+                                      QuorDataLib::Date sessionDate);
+
+}  // namespace QuorCli
