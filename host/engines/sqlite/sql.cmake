@@ -11,10 +11,13 @@ add_library(quoracc_sqlite_sql STATIC
   ${CMAKE_CURRENT_LIST_DIR}/functions/number_functions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/functions/text_functions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/call_names.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/condition_writer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/expression_calls.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/expression_form.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/expression_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/filter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/query_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/raising.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/sql_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/sql_writer.cpp)
 target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_sql SQLite::SQLite3

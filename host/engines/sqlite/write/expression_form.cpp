@@ -29,6 +29,31 @@ Level arithmeticLevel(const Expression& operation) {
 
 }  // namespace
 
+std::string_view symbol(Operator op) noexcept {
+  switch (op) {
+    case Operator::Multiply:
+      return " * ";
+    case Operator::Add:
+      return " + ";
+    case Operator::Subtract:
+      return " - ";
+    case Operator::Concatenate:
+      return " || ";
+    case Operator::Equal:
+      return " = ";
+    case Operator::NotEqual:
+      return " <> ";
+    case Operator::Less:
+      return " < ";
+    case Operator::LessEqual:
+      return " <= ";
+    case Operator::Greater:
+      return " > ";
+    default:
+      return " >= ";
+  }
+}
+
 std::string_view arithmeticFunction(const Expression& operation) noexcept {
   switch (operation.op) {
     case Operator::Multiply:

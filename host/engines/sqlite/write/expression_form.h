@@ -15,8 +15,22 @@ enum class Level : std::uint8_t {
   // clang-format on
 };
 
+[[nodiscard]] constexpr Level next(Level level) noexcept {
+  return static_cast<Level>(static_cast<int>(level) + 1);
+}
+
+// Entries on the stack of the engine's parser within constructs that several parts write.
+inline constexpr int kInParentheses = 1;
+inline constexpr int kInSign = 1;
+inline constexpr int kInRightOperand = 2;
+inline constexpr int kInWhen = 4;
+inline constexpr int kInElse = 4;
+
 /// The level of the outermost operator that `expression` is written with.
 [[nodiscard]] Level levelOf(const Sql::Tree::Expression& expression) noexcept;
+
+/// An operator between two operands, with its blanks.
+[[nodiscard]] std::string_view symbol(Sql::Operator op) noexcept;
 
 /// The function of an arithmetic operator that the engine's own one does not do exactly, or
 /// nothing.

@@ -14,49 +14,9 @@ using Sql::Tree::Expression;
 using Kind = Expression::Kind;
 
 // Entries on the parser's stack within each construct.
-constexpr int kInParentheses = 1;
-constexpr int kInSign = 1;
-constexpr int kInRightOperand = 2;
 constexpr int kInBetween = 4;
-constexpr int kInWhen = 4;
 constexpr int kInThen = 6;
-constexpr int kInElse = 4;
 constexpr int kInSubSelect = 4;
-
-/// Longer chains of AND and OR are written in halves, each in parentheses: a flat one is as deep as
-/// it is long for the engine, which allows a thousand.
-constexpr std::size_t kLongestChain = 16;
-
-Level next(Level level) { return static_cast<Level>(static_cast<int>(level) + 1); }
-
-std::string_view symbol(Operator op) {
-  switch (op) {
-    case Operator::Multiply:
-      return " * ";
-    case Operator::Add:
-      return " + ";
-    case Operator::Subtract:
-      return " - ";
-    case Operator::Concatenate:
-      return " || ";
-    case Operator::Equal:
-      return " = ";
-    case Operator::NotEqual:
-      return " <> ";
-    case Operator::Less:
-      return " < ";
-    case Operator::LessEqual:
-      return " <= ";
-    case Operator::Greater:
-      return " > ";
-    case Operator::GreaterEqual:
-      return " >= ";
-    case Operator::And:
-      return " AND ";
-    default:
-      return " OR ";
-  }
-}
 
 }  // namespace
 
@@ -77,8 +37,7 @@ void ExpressionWriter::writeCollated(const Expression& expression, Level level) 
 void ExpressionWriter::writeBare(const Expression& expression) {
   switch (expression.kind) {
     case Kind::Column:
-      sql_.name(expression.source->name).add(".");
-      sql_.name(expression.source->columnName(expression.column));
+      sql_.column(*expression.source, expression.column);
       return;
     case Kind::Literal:
       return writeLiteral(expression);
@@ -96,12 +55,9 @@ void ExpressionWriter::writeBare(const Expression& expression) {
     case Kind::Compare:
       return writeCompare(expression);
     case Kind::Logic:
-      return writeChain(expression.args, expression.op);
-    case Kind::Not: {
-      const SqlText::Held held(sql_, kInSign);
-      sql_.add("NOT ");
-      return write(*expression.args[0], Level::Not);
-    }
+      return writeLogic(expression, Asked::Value);
+    case Kind::Not:
+      return writeNot(expression, Asked::Value);
     case Kind::IsNull:
       write(*expression.args[0], Level::Sum);
       sql_.add(expression.negated ? " IS NOT NULL" : " IS NULL");
@@ -163,26 +119,6 @@ void ExpressionWriter::writeCompare(const Expression& comparison) {
   write(*comparison.args[1], Level::Sum);
 }
 
-void ExpressionWriter::writeChain(std::span<Expression* const> conditions, Operator op) {
-  const Level level = op == Operator::And ? Level::And : Level::Or;
-  if (conditions.size() > kLongestChain) {
-    const SqlText::Held held(sql_, kInParentheses + kInRightOperand);
-    const std::size_t half = conditions.size() / 2;
-    sql_.add("(");
-    writeChain(conditions.first(half), op);
-    sql_.add(")").add(symbol(op)).add("(");
-    writeChain(conditions.subspan(half), op);
-    sql_.add(")");
-    return;
-  }
-  write(*conditions.front(), next(level));
-  const SqlText::Held held(sql_, kInRightOperand);
-  for (const Expression* const condition : conditions.subspan(1)) {
-    sql_.add(symbol(op));
-    write(*condition, next(level));
-  }
-}
-
 void ExpressionWriter::writeBetween(const Expression& between) {
   writeCollated(*between.args[0], Level::Sum);
   sql_.add(between.negated ? " NOT BETWEEN " : " BETWEEN ");
@@ -216,7 +152,11 @@ void ExpressionWriter::writeCase(const Expression& choice) {
   sql_.add("CASE");
   const std::size_t pairs = choice.args.size() / 2;
   for (std::size_t i = 0; i < pairs; ++i) {
-    part(" WHEN ", *choice.args[2 * i], kInWhen);
+    sql_.add(" WHEN ");
+    {
+      const SqlText::Held held(sql_, kInWhen);
+      writeCondition(*choice.args[2 * i], Asked::Truth);
+    }
     part(" THEN ", *choice.args[2 * i + 1], kInThen);
   }
   if (choice.args.size() % 2 != 0) part(" ELSE ", *choice.args.back(), kInElse);

@@ -1,6 +1,8 @@
 #include "host/engines/sqlite/write/query_writer.h"
 
 #include "host/engines/sqlite/write/expression_writer.h"
+#include "host/engines/sqlite/write/filter.h"
+#include "host/engines/sqlite/write/raising.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
 
@@ -54,10 +56,9 @@ void QueryWriter::write(const Query& query, bool named) {
       write(*only.query, true);
     }
     sql_.add(")");
-    return writeOrder(query);
+    return writeOrder(query.orderBy, nullptr);
   }
-  writeSelect(*only.select, named, named || only.select->distinct);
-  writeOrder(query);
+  writeSelect(*only.select, query.orderBy, named, named || only.select->distinct);
   writeLimit(*only.select);
 }
 
@@ -74,7 +75,7 @@ void QueryWriter::writeUnion(const Query& query) {
     // The engine has no parentheses around the selects of a union, and LIMIT only for the whole.
     const bool wrapped = branch.query != nullptr || branch.select->top.has_value();
     if (!wrapped) {
-      writeSelect(*branch.select, true, true);
+      writeSelect(*branch.select, {}, true, true);
       continue;
     }
     sql_.add("SELECT * FROM (");
@@ -82,35 +83,93 @@ void QueryWriter::writeUnion(const Query& query) {
     if (branch.query != nullptr) {
       write(*branch.query, true);
     } else {
-      writeSelect(*branch.select, true, true);
+      writeSelect(*branch.select, {}, true, true);
       writeLimit(*branch.select);
     }
     sql_.add(")");
   }
-  writeOrder(query);
+  // The selects of a union carry the order of texts themselves.
+  writeOrder(query.orderBy, nullptr);
 }
 
-void QueryWriter::writeSelect(const Select& select, bool named, bool collated) {
-  ExpressionWriter expressions(sql_);
-  sql_.add(select.distinct ? "SELECT DISTINCT " : "SELECT ");
-  {
-    const SqlText::Held held(sql_, kInOutputs);
-    const char* separator = "";
-    for (const Output& output : select.outputs) {
-      sql_.add(separator);
-      writeOutput(output, named, collated);
-      separator = ", ";
-    }
+void QueryWriter::writeSelect(const Select& select, Keys keys, bool named, bool collated) {
+  if (const std::optional<Apart> apart = takenApart(select, keys)) {
+    return writeApart(select, *apart, keys, named, collated);
   }
+  writeOutputs(select, named, collated);
   if (select.from != nullptr) {
     sql_.add(" FROM ");
     writeFrom(*select.from);
   }
-  if (select.where != nullptr) {
-    sql_.add(" WHERE ");
-    const SqlText::Held held(sql_, kInWhere);
-    expressions.write(*select.where);
+  writeWhere(select.from, termsOf(select.where));
+  writeGroups(select);
+  writeOrder(keys, &select);
+}
+
+/// The select outside is written as any other, but for the names by which it reads the columns of
+/// the select inside.
+void QueryWriter::writeApart(const Select& select, const Apart& apart, Keys keys, bool named,
+                             bool collated) {
+  const std::string inner = "\":" + std::to_string(sql_.nextNumber()) + "\"";
+  SqlText::Columns around = sql_.renamed();
+  SqlText::Columns columns = around;
+  for (std::size_t i = 0; i < apart.columns.size(); ++i) {
+    const Expression& column = *apart.columns[i];
+    columns[{column.source, column.column}] = inner + ".\"" + std::to_string(i + 1) + "\"";
   }
+  sql_.rename(columns);
+  writeOutputs(select, named, collated);
+  sql_.rename(around);
+  sql_.add(" FROM (");
+  writeInside(*select.from, apart);
+  sql_.add(") AS ").add(inner).add(" WHERE ");
+  sql_.rename(std::move(columns));
+  {
+    const SqlText::Held held(sql_, kInWhere);
+    ExpressionWriter(sql_).writeInTurn(apart.outside);
+  }
+  writeGroups(select);
+  writeOrder(keys, &select);
+  sql_.rename(std::move(around));
+}
+
+void QueryWriter::writeInside(const From& from, const Apart& apart) {
+  const SqlText::Held held(sql_, kInFrom);
+  std::string_view separator = "SELECT ";
+  for (std::size_t i = 0; i < apart.columns.size(); ++i) {
+    sql_.add(separator);
+    ExpressionWriter(sql_).write(*apart.columns[i]);
+    sql_.add(" AS ").name(std::to_string(i + 1));
+    separator = ", ";
+  }
+  sql_.add(" FROM ");
+  writeFrom(from);
+  writeWhere(&from, apart.inside);
+  // To the engine a limit, if only this one, is a wall: it moves nothing through it.
+  sql_.add(" LIMIT -1");
+}
+
+void QueryWriter::writeOutputs(const Select& select, bool named, bool collated) {
+  sql_.add(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+  const SqlText::Held held(sql_, kInOutputs);
+  const char* separator = "";
+  for (const Output& output : select.outputs) {
+    sql_.add(separator);
+    writeOutput(output, named, collated);
+    separator = ", ";
+  }
+}
+
+void QueryWriter::writeWhere(const From* from, const Conditions& terms) {
+  if (terms.empty()) return;
+  sql_.add(" WHERE ");
+  const SqlText::Held held(sql_, kInWhere);
+  ExpressionWriter(sql_).writeFilter(from != nullptr ? guardsOf(terms, {from}) : Conditions(),
+                                     terms);
+}
+
+void QueryWriter::writeGroups(const Select& select) {
+  ExpressionWriter expressions(sql_);
   const char* separator = " GROUP BY ";
   for (const Expression* const key : select.groupBy) {
     sql_.add(separator);
@@ -118,11 +177,15 @@ void QueryWriter::writeSelect(const Select& select, bool named, bool collated) {
     expressions.writeCollated(*key);
     separator = ", ";
   }
-  if (select.having != nullptr) {
-    sql_.add(" HAVING ");
-    const SqlText::Held held(sql_, kInHaving);
-    expressions.write(*select.having);
-  }
+  if (select.having == nullptr) return;
+  sql_.add(" HAVING ");
+  const SqlText::Held held(sql_, kInHaving);
+  // The engine may try what reads keys of the groups alone before it has joined the rows.
+  const bool waits = raisingOf(*select.having) == Raising::ByRow;
+  const SqlText::Held inCase(sql_, waits ? kInElse : 0);
+  if (waits) sql_.add("CASE WHEN count(*) < 0 THEN 0 ELSE ");
+  expressions.writeCondition(*select.having, Asked::Truth);
+  if (waits) sql_.add(" END");
 }
 
 void QueryWriter::writeLimit(const Select& select) {
@@ -155,7 +218,8 @@ void QueryWriter::writeFrom(const From& from) {
   if (from.condition == nullptr) return;
   sql_.add(" ON ");
   const SqlText::Held held(sql_, kInJoinCondition);
-  ExpressionWriter(sql_).write(*from.condition);
+  const Conditions terms = termsOf(from.condition);
+  ExpressionWriter(sql_).writeFilter(guardsOf(terms, {from.left, from.right}), terms);
 }
 
 void QueryWriter::writeSource(const Source& source) {
@@ -170,25 +234,21 @@ void QueryWriter::writeSource(const Source& source) {
   if (source.name != source.relation->name) sql_.add(" AS ").name(source.name);
 }
 
-void QueryWriter::writeOrder(const Query& query) {
+void QueryWriter::writeOrder(Keys keys, const Select* select) {
   const char* separator = " ORDER BY ";
-  for (const SortKey& key : query.orderBy) {
+  for (const SortKey& key : keys) {
     sql_.add(separator);
     const SqlText::Held held(sql_, kInOrderBy);
-    writeKey(key, query);
+    writeKey(key, select);
     separator = ", ";
   }
 }
 
-void QueryWriter::writeKey(const SortKey& key, const Query& query) {
-  ExpressionWriter expressions(sql_);
+void QueryWriter::writeKey(const SortKey& key, const Select* select) {
   if (key.value != nullptr) {
-    expressions.writeCollated(*key.value);
+    ExpressionWriter(sql_).writeCollated(*key.value);
   } else {
     sql_.add(std::to_string(key.output));
-    // The selects of a union carry the order of texts themselves.
-    const Select* const select =
-        query.branches.size() == 1 ? query.branches.front().select : nullptr;
     if (select != nullptr && needsCollation(*select->outputs[key.output - 1].value)) {
       sql_.add(" COLLATE QUOR");
     }

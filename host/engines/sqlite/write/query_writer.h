@@ -1,6 +1,9 @@
 // SQLite's SQL for queries.
 #pragma once
 
+#include <span>
+
+#include "host/engines/sqlite/write/filter.h"
 #include "host/engines/sqlite/write/sql_text.h"
 #include "host/sql/tree.h"
 
@@ -15,14 +18,24 @@ class QueryWriter {
   void write(const Sql::Tree::Query& query, bool named);
 
  private:
+  using From = Sql::Tree::From;
+  using Select = Sql::Tree::Select;
+  using Keys = std::span<const Sql::Tree::SortKey>;
+
   void writeUnion(const Sql::Tree::Query& query);
-  void writeSelect(const Sql::Tree::Select& select, bool named, bool collated);
-  void writeLimit(const Sql::Tree::Select& select);
+  void writeSelect(const Select& select, Keys keys, bool named, bool collated);
+  void writeApart(const Select& select, const Apart& apart, Keys keys, bool named, bool collated);
+  void writeInside(const From& from, const Apart& apart);
+  void writeOutputs(const Select& select, bool named, bool collated);
+  void writeWhere(const From* from, const Conditions& terms);
+  void writeGroups(const Select& select);
+  void writeLimit(const Select& select);
   void writeOutput(const Sql::Tree::Output& output, bool named, bool collated);
-  void writeFrom(const Sql::Tree::From& from);
+  void writeFrom(const From& from);
   void writeSource(const Sql::Tree::Source& source);
-  void writeOrder(const Sql::Tree::Query& query);
-  void writeKey(const Sql::Tree::SortKey& key, const Sql::Tree::Query& query);
+  /// `select` is the one that is ordered, or null for what has several.
+  void writeOrder(Keys keys, const Select* select);
+  void writeKey(const Sql::Tree::SortKey& key, const Select* select);
 
   SqlText& sql_;
 };

@@ -35,6 +35,12 @@ SqlText& SqlText::name(std::string_view name) {
   return *this;
 }
 
+SqlText& SqlText::column(const Sql::Tree::Source& source, std::uint32_t index) {
+  const auto renamed = renamed_.find({&source, index});
+  if (renamed != renamed_.end()) return add(renamed->second);
+  return name(source.name).add(".").name(source.columnName(index));
+}
+
 SqlText& SqlText::ownName(std::string_view name) {
   constexpr std::string_view kReserved = "sqlite_";
   if (Sql::sameName(name.substr(0, kReserved.size()), kReserved)) {

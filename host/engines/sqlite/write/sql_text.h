@@ -2,13 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "host/sql/tree.h"
+
 namespace QuorHost::Sqlite {
 
-/// A growing text of SQL, which knows how deep the engine's parser will be in it.
+/// A growing text of SQL, which knows how deep the engine's parser will be in it and what the
+/// columns that it can read are called.
 class SqlText {
  public:
   SqlText& add(std::string_view text) {
@@ -18,6 +22,9 @@ class SqlText {
 
   /// A name, quoted.
   SqlText& name(std::string_view name);
+
+  /// A column, by the names of its source and its own unless it goes by another one here.
+  SqlText& column(const Sql::Tree::Source& source, std::uint32_t index);
 
   /// The name of something new. Raises a refused statement for the names that the engine keeps for
   /// itself.
@@ -30,6 +37,15 @@ class SqlText {
   SqlText& number(double value);
 
   [[nodiscard]] std::string take() { return std::move(text_); }
+
+  /// A number that no call before gave.
+  [[nodiscard]] int nextNumber() noexcept { return ++number_; }
+
+  /// What columns of sources that stand within an inner select are called outside of it.
+  using Columns = std::map<std::pair<const Sql::Tree::Source*, std::uint32_t>, std::string>;
+  /// Lets columns go by other names from now on; returns those in use so far, to be put back.
+  Columns rename(Columns columns) { return std::exchange(renamed_, std::move(columns)); }
+  [[nodiscard]] const Columns& renamed() const noexcept { return renamed_; }
 
   /// Entries on the stack of the engine's parser, for as long as it lives. The engine gives up at a
   /// hundred. Raises a refused statement before that.
@@ -47,7 +63,9 @@ class SqlText {
 
  private:
   std::string text_;
+  Columns renamed_;
   int held_ = 0;
+  int number_ = 0;
 };
 
 }  // namespace QuorHost::Sqlite

@@ -3,6 +3,7 @@
 #include <variant>
 
 #include "host/engines/sqlite/write/expression_writer.h"
+#include "host/engines/sqlite/write/filter.h"
 #include "host/engines/sqlite/write/query_writer.h"
 #include "host/sql/tree.h"
 
@@ -85,7 +86,7 @@ class StatementWriter {
   void where(const Sql::Tree::Expression* condition) {
     if (condition == nullptr) return;
     sql_.add(" WHERE ");
-    write(*condition);
+    ExpressionWriter(sql_).writeFilter({}, termsOf(condition));
   }
 
   template <class Items, class Write>
