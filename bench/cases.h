@@ -17,6 +17,9 @@ void addAging(Suite& suite, Companies& companies, const std::vector<int>& scales
 /// `scale` thousand invoices.
 void addAccounts(Suite& suite, Companies& companies, int scale);
 
+/// Statements that a rewriting could make slow, each against itself as it is written.
+void addTraps(Suite& suite, Companies& companies, int scale);
+
 /// Recordsets: rows read as values, single rows by key, finding in a recordset that is kept, and
 /// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);

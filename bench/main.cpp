@@ -40,7 +40,10 @@ int main(int argc, char** argv) try {
 
   QuorBench::Suite suite;
   QuorBench::addAging(suite, companies, scales);
-  if (!scales.empty()) QuorBench::addAccounts(suite, companies, std::ranges::max(scales));
+  if (!scales.empty()) {
+    QuorBench::addAccounts(suite, companies, std::ranges::max(scales));
+    QuorBench::addTraps(suite, companies, std::ranges::max(scales));
+  }
   QuorBench::addRecordsets(suite, companies);
   return suite.run(static_cast<int>(arguments.size()), arguments.data());
 } catch (const std::exception& error) {

@@ -24,6 +24,8 @@ struct Column {
   bool identity = false;
   /// An index of the table, its primary key among them, begins with the column.
   bool leadsIndex = false;
+  /// A foreign key of this one column points at a row of another table.
+  bool reference = false;
 };
 
 /// A table or a view, its columns in their declared order.

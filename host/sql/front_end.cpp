@@ -62,11 +62,15 @@ class Description {
                                               .identity = column.identity});
     }
     for (const Tree::Constraint& constraint : table.constraints) {
-      if (constraint.kind == Syntax::Constraint::Kind::ForeignKey) continue;
       const auto leads = [&](const Column& column) {
         return sameName(column.name, constraint.columns.front());
       };
-      std::ranges::find_if(translation_.created.columns, leads)->leadsIndex = true;
+      Column& first = *std::ranges::find_if(translation_.created.columns, leads);
+      if (constraint.kind != Syntax::Constraint::Kind::ForeignKey) {
+        first.leadsIndex = true;
+      } else if (constraint.columns.size() == 1) {
+        first.reference = true;
+      }
     }
   }
   void operator()(const Tree::CreateView& view) const {

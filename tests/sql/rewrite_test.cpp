@@ -228,6 +228,13 @@ constexpr const char* kFragments[] = {
     "SELECT H.InInvoiId, G.T FROM InvoiHdr AS H LEFT JOIN (SELECT PmtDet.ExInvoiId AS K, "
     "SUM(PmtAmnt) AS T FROM PmtDet INNER JOIN PmtHdr ON PmtHdr.InPmtId = PmtDet.ExPmtId GROUP BY "
     "PmtDet.ExInvoiId) AS G ON G.K = H.InInvoiId WHERE H.ExCustId IN (5, 42) ORDER BY H.InInvoiId",
+    "SELECT H.InInvoiId, G.T FROM (InvoiHdr AS H INNER JOIN Cust ON Cust.InCustId = H.ExCustId) "
+    "LEFT JOIN (SELECT ExInvoiId AS K, SUM(PmtAmnt) AS T FROM PmtDet GROUP BY ExInvoiId) AS G "
+    "ON G.K = H.InInvoiId ORDER BY H.InInvoiId",
+    "SELECT C.InCustId, I.N, P.T, P.K FROM (Cust AS C LEFT JOIN (SELECT ExCustId AS K, COUNT(*) AS "
+    "N FROM InvoiHdr WHERE Balance > 0 GROUP BY ExCustId) AS I ON I.K = C.InCustId) LEFT JOIN "
+    "(SELECT ExCustId AS K, SUM(PmtTotAmnt) AS T FROM PmtHdr GROUP BY ExCustId) AS P "
+    "ON P.K = C.InCustId WHERE P.K IS NULL OR I.K > 3",
 };
 
 TEST_P(FasterForm, KeepsAwayWhereItWouldChangeTheRows) {
@@ -241,6 +248,30 @@ TEST_P(FasterForm, KeepsAwayWhereItWouldChangeTheRows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Random, FasterForm, testing::Range(1U, 9U));
+
+// Totals are looked up row by row where that is no more work than adding all of them up once.
+TEST(FasterFormPrice, LooksUpWhereNoKeyComesTwice) {
+  const Database database(companySchema());
+  const auto looksUp = [&](const std::string& from, const std::string& key) {
+    return database
+               .translate("SELECT G.T FROM " + from +
+                              " LEFT JOIN (SELECT ExCustId AS K, SUM(PmtTotAmnt) AS T FROM PmtHdr "
+                              "GROUP BY ExCustId) AS G ON G.K = " +
+                              key,
+                          kServer)
+               .sql.find("LEFT JOIN (") == std::string::npos;
+  };
+  EXPECT_TRUE(looksUp("Cust AS C", "C.InCustId"));
+  EXPECT_TRUE(looksUp("Cust AS C LEFT JOIN Supp AS S ON S.InSuppId = C.ExTermId", "C.InCustId"));
+  EXPECT_TRUE(looksUp("(SELECT InCustId AS X FROM Cust WHERE Name > 'M') AS C", "C.X"));
+  EXPECT_TRUE(looksUp("(SELECT ExCustId AS X FROM InvoiHdr GROUP BY ExCustId) AS C", "C.X"));
+  EXPECT_FALSE(looksUp("InvoiHdr AS H", "H.ExCustId"));
+  EXPECT_FALSE(
+      looksUp("InvoiHdr AS H INNER JOIN Cust AS C ON C.InCustId = H.ExCustId", "C.InCustId"));
+  EXPECT_FALSE(
+      looksUp("Cust AS C LEFT JOIN InvoiHdr AS H ON H.ExCustId = C.InCustId", "C.InCustId"));
+  EXPECT_FALSE(looksUp("Supp AS S, Cust AS C", "C.InCustId"));
+}
 
 // A statement that is as deep as the engine's parser goes has no room for a view's select.
 TEST(FasterFormLimits, FallsBackToTheStatementAsItIs) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "host/sql/rewrite/keys.h"
 #include "host/sql/rewrite/passes.h"
 #include "host/sql/rewrite/walker.h"
 
@@ -18,41 +19,6 @@ using Tree::Query;
 using Tree::Select;
 using Tree::Source;
 using Kind = Expression::Kind;
-
-bool isWhole(Type type) { return type == Type::Integer || type == Type::Long; }
-
-/// Whether an index of the table that the column comes from begins with it; of a union, in every
-/// branch that does not have a constant there.
-bool isIndexed(const Expression& value) {
-  if (value.kind != Kind::Column) return false;
-  const Source& source = *value.source;
-  if (source.relation != nullptr) return source.relation->columns[value.column].leadsIndex;
-  return std::ranges::all_of(source.query->branches, [&](const Tree::Branch& branch) {
-    if (branch.select == nullptr) return false;
-    const Expression& output = *branch.select->outputs[value.column].value;
-    return output.kind == Kind::Literal || isIndexed(output);
-  });
-}
-
-bool isConstant(const Expression& value) {
-  if (value.kind == Kind::Convert) return isConstant(*value.args[0]);
-  return value.kind == Kind::Literal || value.kind == Kind::Marker;
-}
-
-/// Whether WHERE asks for one value of an indexed column, or for some.
-bool isNarrowed(const Select& select) {
-  return std::ranges::any_of(conjuncts(select.where), [](const Expression* condition) {
-    if (condition->kind == Kind::InList) {
-      const auto list = condition->args.subspan(1);
-      return !condition->negated && isIndexed(*condition->args[0]) &&
-             std::ranges::all_of(list, [](const Expression* item) { return isConstant(*item); });
-    }
-    if (condition->kind != Kind::Compare || condition->op != Operator::Equal) return false;
-    const Expression& a = *condition->args[0];
-    const Expression& b = *condition->args[1];
-    return (isIndexed(a) && isConstant(b)) || (isIndexed(b) && isConstant(a));
-  });
-}
 
 /// A grouped table that is joined by its key, and the value that the key has to have.
 struct Totals {
@@ -96,6 +62,56 @@ std::optional<Totals> totalsOf(const From& join) {
   }
   return std::nullopt;
 }
+
+/// Whether a condition restricts a column, other than `key`, that an index begins with. The rows of
+/// all groups may then be found faster than those of each group.
+bool isCutByIndex(const Expression& condition, const Expression& key) {
+  return condition.kind != Kind::IsNull &&
+         std::ranges::any_of(condition.args, [&](const Expression* arg) {
+           return (isIndexed(*arg) && !Tree::same(*arg, key)) || isCutByIndex(*arg, key);
+         });
+}
+
+/// Puts COALESCE where a choice says the same of a column: `x IS NULL` chooses between `y` and `x`.
+/// The column is then read once.
+class ChoiceShortener final : public Walker {
+ public:
+  explicit ChoiceShortener(Arena& arena) : arena_(arena) {}
+
+ private:
+  void visit(Expression& choice) override {
+    if (choice.kind != Kind::Case || choice.args.size() != 3) return;
+    const Expression& test = *choice.args[0];
+    if (test.kind != Kind::IsNull || test.args[0]->kind != Kind::Column) return;
+    Expression* const instead = choice.args[test.negated ? 2 : 1];
+    Expression* const column = choice.args[test.negated ? 1 : 2];
+    if (!Tree::same(*test.args[0], *column)) return;
+    choice = {.kind = Kind::Call,
+              .type = choice.type,
+              .function = Function::Coalesce,
+              .word = choice.word,
+              .args = arena_.list(std::vector{column, instead})};
+  }
+
+  Arena& arena_;
+};
+
+/// Counts the places that read totals of a table of groups; reading the key is no work.
+class Readings final : public Walker {
+ public:
+  explicit Readings(const Totals& totals) : totals_(totals) {}
+  [[nodiscard]] int count() const noexcept { return count_; }
+
+ private:
+  void visit(Expression& expression) override {
+    if (expression.kind != Kind::Column || expression.source != totals_.source) return;
+    const Expression& output = *totals_.select->outputs[expression.column].value;
+    if (!Tree::same(output, *totals_.select->groupBy.front())) ++count_;
+  }
+
+  const Totals& totals_;
+  int count_ = 0;
+};
 
 /// Whether the total of no rows at all is the NULL that a left join would give.
 bool isNullOfNothing(const Expression& total) {
@@ -151,7 +167,14 @@ class LookUps final : public Walker {
                                .isCondition = true,
                                .args = arena_.list(std::vector{key, totals_.value})});
     select.where = both(select.where, match, arena_);
-    if (isNullOfNothing(*output.value)) select.groupBy = {};
+    if (isNullOfNothing(*output.value)) {
+      select.groupBy = {};
+    } else if (select.having == nullptr && Tree::same(*output.value, *key)) {
+      // Any row of the group has it.
+      select.groupBy = {};
+      select.grouped = false;
+      select.top = 1;
+    }
     Query query;
     query.branches = arena_.list(std::vector{Tree::Branch{.select = arena_.make(select)}});
     query.columns = arena_.list(std::vector{OutputColumn{output.name, output.value->type}});
@@ -161,6 +184,9 @@ class LookUps final : public Walker {
   const Totals& totals_;
   Arena& arena_;
 };
+
+/// Readings of totals in one row for which it still pays to look them up where few rows ask.
+constexpr int kMostReadings = 3;
 
 class TotalsFinder {
  public:
@@ -195,20 +221,36 @@ class TotalsFinder {
     for (From** place = &select.from; (*place)->source == nullptr;) {
       From& join = **place;
       const std::optional<Totals> totals = totalsOf(join);
-      // A total over one table costs as much to look up as in a table of totals that is built
-      // first.
-      const bool worthIt = totals && (few || totals->select->from->source != nullptr);
-      if (!worthIt || isReadInSubSelect(select, *totals->source)) {
+      if (!totals || !isWorthIt(query, select, *totals, few) ||
+          isReadInSubSelect(select, *totals->source)) {
         place = &join.left;
         continue;
       }
       rename(*select.from, *totals->select->from);
       *place = join.left;
-      LookUps lookUps(*totals, arena_);
-      lookUps.walk(select);
-      for (const Tree::SortKey& key : query.orderBy) {
-        if (key.value != nullptr) lookUps.walk(*key.value);
-      }
+      walk(LookUps(*totals, arena_), query, select);
+    }
+  }
+
+  /// Whether looking the totals up is less work than making a table of them, or as much.
+  bool isWorthIt(Query& query, Select& select, const Totals& totals, bool few) {
+    // A key that comes again would be looked up again.
+    if (!isUnique(select, *totals.value)) return false;
+    walk(ChoiceShortener(arena_), query, select);
+    Readings readings(totals);
+    walk(readings, query, select);
+    if (few) return readings.count() <= kMostReadings;
+    const Select& groups = *totals.select;
+    return groups.from->source != nullptr && readings.count() <= 1 &&
+           (groups.where == nullptr || !isCutByIndex(*groups.where, *groups.groupBy.front()));
+  }
+
+  /// Everything that may read a table of FROM.
+  static void walk(Walker&& walker, Query& query, Select& select) { walk(walker, query, select); }
+  static void walk(Walker& walker, Query& query, Select& select) {
+    walker.walk(select);
+    for (const Tree::SortKey& key : query.orderBy) {
+      if (key.value != nullptr) walker.walk(*key.value);
     }
   }
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <vector>
 
+#include "host/sql/rewrite/keys.h"
 #include "host/sql/rewrite/passes.h"
 #include "host/sql/rewrite/walker.h"
 
@@ -15,14 +16,6 @@ using Tree::Query;
 using Tree::Select;
 using Tree::Source;
 using Kind = Expression::Kind;
-
-/// Whether `expression` is the column that is the whole primary key of the table `source`.
-bool isPrimaryKey(const Expression& expression, const Source& source) {
-  if (expression.kind != Kind::Column || expression.source != &source) return false;
-  const std::vector<Column>& columns = source.relation->columns;
-  return columns[expression.column].primaryKey &&
-         std::ranges::count(columns, true, &Column::primaryKey) == 1;
-}
 
 /// Whether a row on the left finds its row of the table on the right by primary key.
 bool joinsByKey(const From& join) {

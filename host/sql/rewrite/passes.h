@@ -23,9 +23,11 @@ void foldUnions(Tree::Query& query, Arena& arena);
 ///   p LEFT JOIN (SELECT k, SUM(a) AS t FROM d WHERE c GROUP BY k) AS g ON p.id = g.k
 /// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a
 /// grouped table whole before it takes the first row from it.
-/// Conditions: k is the only key of the groups, a whole number, and an index begins with it; d is
-/// one table, or several and one value or a list of them for an indexed column narrows the select
-/// that holds the join or one around it; no sub-select reads g.
+/// Conditions: k is the only key of the groups, a whole number, and an index begins with it; p.id
+/// is known to be another one in each row, since a key that came again would be looked up again;
+/// and no sub-select reads g. Besides, that it is no more work: d is one table, one place reads a
+/// total, and c has nothing to do with another index; or a few keys narrow the select that holds the
+/// join, or one around it.
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry

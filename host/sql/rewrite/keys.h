@@ -1,0 +1,33 @@
+// What is known of the rows of a select without looking at them: which columns tell them apart, and
+// which conditions leave few of them.
+#pragma once
+
+#include "host/sql/tree.h"
+
+namespace QuorHost::Sql {
+
+[[nodiscard]] bool isWhole(Type type) noexcept;
+
+/// A literal or a marker, converted or not.
+[[nodiscard]] bool isConstant(const Tree::Expression& value) noexcept;
+
+/// Whether `value` is a column of a table that an index of the table begins with; of a union, in
+/// every branch that does not have a constant there.
+[[nodiscard]] bool isIndexed(const Tree::Expression& value);
+
+/// Whether `value` is the column that is the whole primary key of the table `source`.
+[[nodiscard]] bool isPrimaryKey(const Tree::Expression& value, const Tree::Source& source);
+
+/// Whether no two rows of `select` have one value of `value`, which is an expression of its tables;
+/// rows without a value do not count. True only where keys and joins by them show it.
+[[nodiscard]] bool isUnique(const Tree::Select& select, const Tree::Expression& value);
+
+/// Whether no two rows of a derived table have one value of a column.
+[[nodiscard]] bool isUnique(const Tree::Query& query, std::uint32_t column);
+
+/// Whether WHERE asks for one row, or for those that belong to one row of another table: one value,
+/// or a short list, of a primary key or of an indexed reference. A column like a document's type is
+/// indexed as well, but a value of it may be that of nearly every row.
+[[nodiscard]] bool isNarrowed(const Tree::Select& select);
+
+}  // namespace QuorHost::Sql
