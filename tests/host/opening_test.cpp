@@ -99,6 +99,37 @@ TEST_F(Opening, DamagedFilesAreRecognised) {
   EXPECT_FALSE(store->integrityFindings().empty());
 }
 
+TEST_F(Opening, AFileThatShrinksOrIsReplacedWhileItIsReadIsAnError) {
+  constexpr int kMany = 100'000;
+  constexpr std::uintmax_t kLittle = 8192;
+  makeCompany();
+  const std::string other = folder.file("other");
+  fs::copy_file(path(), other);
+  for (const bool shrinks : {true, false}) {
+    fs::copy_file(other, path(), fs::copy_options::overwrite_existing);
+    {
+      const auto store = openCompanyFile(path(), Access::Write);
+      execute(store->connect(Sql::Dialect::Server), "DELETE FROM Entry");
+      addEntries(*store, kMany);
+    }
+    const auto reader = openCompanyFile(path(), Access::Read);
+    const Ref<Connection> reading = reader->connect(Sql::Dialect::Server);
+    const Ref<Recordset> rows = open(reading, "SELECT EntryNo, Amnt FROM Entry ORDER BY EntryNo");
+    if (shrinks) {
+      fs::resize_file(path(), kLittle);
+    } else {
+      fs::rename(other, path());
+    }
+    const std::string message = raised(QuorDataLib::kStatementRefused, [&] {
+      int count = 0;
+      for (; !rows->AtEnd(); rows->MoveNext()) count += rows->Field(0).toLong() > 0 ? 1 : 0;
+      EXPECT_EQ(count, kMany) << "the rows of the file that was opened, all of them";
+      open(reading, "SELECT SUM(Amnt) AS S FROM Entry");
+    });
+    EXPECT_THAT(message, HasSubstr(shrinks ? "damaged" : "replaced"));
+  }
+}
+
 TEST_F(Opening, ANewerSchemaIsRefusedAndAnOlderProgramToldToBeUpdated) {
   {
     const auto store = createCompanyFile(path(), Durability::Full);

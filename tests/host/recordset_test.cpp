@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "host/raw_sql.h"
 #include "host/small_company.h"
 
 namespace QuorHost::Testing {
@@ -188,6 +189,78 @@ TEST_F(Recordsets, RolledBackTransactionsDoNotDisturbReading) {
   }
   EXPECT_EQ(rest(before), "1 2 3 4 5 6 7 8 9 10");
   EXPECT_EQ(rest(*inside), "4");
+}
+
+/// What keeps the log beside the company from being put back into it, and emptied.
+class Log {
+ public:
+  explicit Log(std::string company) : company_(std::move(company)) {}
+  [[nodiscard]] bool canBeEmptied() const {
+    runRaw(company_, "PRAGMA busy_timeout=0; PRAGMA wal_checkpoint(TRUNCATE)");
+    return std::filesystem::file_size(company_ + "-wal") == 0;
+  }
+
+ private:
+  std::string company_;
+};
+
+TEST_F(Recordsets, LeftLyingOpenTheyKeepNobodyInThePast) {
+  const Log log(path());
+  const auto reader = openCompanyFile(path(), Access::Read);
+  const Ref<Connection> reading = reader->connect(Sql::Dialect::Server);
+  const auto sum = [](const Ref<Connection>& asked) {
+    return only(asked, "SELECT SUM(EntryNo) AS S FROM Entry").toLong();
+  };
+  std::vector<Ref<Recordset>> cached;
+  std::int32_t next = 11;
+  // One row, some, and so many (a million) that nobody wants them all in memory.
+  for (const char* query :
+       {"SELECT a.EntryNo FROM Entry a WHERE a.EntryNo = 1", "SELECT a.EntryNo FROM Entry a, Entry",
+        "SELECT a.EntryNo FROM Entry a, Entry b, Entry c, Entry d, Entry e, Entry f"}) {
+    for (const Ref<Connection>& resting : {reading, connection}) {
+      const Ref<Recordset> rows = open(resting, query);
+      cached.push_back(rows);
+      rows->Field(0);
+      const std::int32_t before = sum(connection);
+      execute(connection, "INSERT INTO Entry (EntryNo) VALUES (?)", {next});
+      for (const Ref<Connection>& asked : {reading, connection}) {
+        EXPECT_EQ(sum(asked), before + next) << query;
+        const Ref<Recordset> changed = open(asked, "SELECT EntryNo FROM Entry", {}, 1);
+        EXPECT_EQ(changed->Find("EntryNo = " + std::to_string(next)), true) << query;
+      }
+      ++next;
+      EXPECT_TRUE(cached.size() > 4 || log.canBeEmptied()) << query;
+    }
+  }
+  // Each still has the rows of its own moment: 12 and 13 entries, all with all.
+  const std::vector<int> sizes{1, 1, 12 * 12, 13 * 13};
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    int count = 0;
+    for (; !cached[i]->AtEnd(); cached[i]->MoveNext()) ++count;
+    EXPECT_EQ(count, sizes[i]) << i;
+  }
+  for (int i = 0; i < 100'000; ++i) cached[4]->MoveNext();
+  cached.clear();
+  EXPECT_TRUE(log.canBeEmptied());
+}
+
+TEST_F(Recordsets, ALongScanForUpdateGoesOnFromItsOwnMoment) {
+  constexpr int kMany = 30'000;
+  execute(connection, "DELETE FROM Entry");
+  addEntries(*store, kMany);
+  const Ref<Recordset> rows =
+      open(connection, "SELECT EntryNo, Amnt FROM Entry ORDER BY EntryNo", {}, 1);
+  for (std::int32_t i = 1; i <= kMany; ++i, rows->MoveNext()) {
+    ASSERT_EQ(rows->Field(0).toLong(), i);
+    if (i % 5'000 != 0) continue;
+    rows->SetField("Amnt", std::int32_t{-i});
+    rows->Update();
+    EXPECT_EQ(rows->Field(1), Value(Currency::fromInteger(-i)));
+    EXPECT_EQ(only(connection, "SELECT Amnt FROM Entry WHERE EntryNo = ?", {i}), rows->Field(1));
+    execute(connection, "DELETE FROM Entry WHERE EntryNo = ?", {i + 1});
+  }
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_EQ(only(connection, "SELECT COUNT(*) AS N FROM Entry WHERE Amnt < 0").toLong(), 6);
 }
 
 TEST_F(Recordsets, ClosedIsClosed) {

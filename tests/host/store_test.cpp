@@ -1,4 +1,6 @@
 // The store: definitions, transactions, bulk filling, several processes.
+#include "host/engines/sqlite/store.h"
+
 #include <gmock/gmock.h>
 
 #include <fstream>
@@ -69,6 +71,36 @@ TEST_F(Stores, TransactionsKeepAllOrNothing) {
   transaction->commit();
   raised(ErrorNumber::InvalidArgument, [&] { transaction->commit(); });
   EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(Stores, AChangeThatCannotBeUndoneClosesTheCompanyForGood) {
+  addEntries(*store, 100);
+  const Ref<Recordset> reading = open(connection, "SELECT a.EntryNo FROM Entry a, Entry, Entry c");
+  const auto undone = [](void*, int action, const char* what, auto...) {
+    return action == SQLITE_TRANSACTION && std::string_view(what) == "ROLLBACK" ? SQLITE_DENY
+                                                                                : SQLITE_OK;
+  };
+  std::unique_ptr<Transaction> transaction = store->begin();
+  sqlite3_set_authorizer(static_cast<Sqlite::SqliteStore&>(*store).database()->handle(), undone,
+                         nullptr);
+  execute(connection, "DELETE FROM Entry");
+  const Ref<Recordset> inside = open(connection, "SELECT COUNT(*) AS N FROM Entry");
+  transaction.reset();
+  for (int round = 0; round < 2; ++round) {
+    raised(kStatementRefused, [&] { open(connection, "SELECT EntryNo FROM Entry"); });
+    raised(kStatementRefused,
+           [&] { execute(connection, "INSERT INTO Entry (EntryNo) VALUES (1)"); });
+    raised(kStatementRefused, [&] { (void)store->begin(); });
+    raised(kStatementRefused, [&] { (void)store->schemaVersion(); });
+    raised(kStatementRefused, [&] { store->define("CREATE TABLE T (A INT)"); });
+    raised(kStatementRefused, [&] { (void)store->writer("Entry", {"EntryNo"}); });
+    for (const Ref<Recordset>& rows : {inside, reading}) {
+      if (!rows->AtEnd()) rows->MoveNext();
+      raised(kStatementRefused, [&] { rows->MoveFirst(); });
+    }
+  }
+  const auto again = openCompanyFile(path(), Access::Write);
+  EXPECT_EQ(execute(again->connect(Sql::Dialect::Server), "DELETE FROM Entry"), 100);
 }
 
 TEST_F(Stores, RowsAreWrittenConvertedAndChecked) {

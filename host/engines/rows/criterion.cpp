@@ -8,7 +8,7 @@
 #include "platform/date.h"
 #include "platform/error.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 namespace {
 
 using QuorDataLib::Currency;
@@ -176,4 +176,4 @@ std::optional<std::int64_t> numericKeyOf(const Cell& cell, Type type) {
   return date->seconds();
 }
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

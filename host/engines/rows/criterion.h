@@ -10,7 +10,7 @@
 #include "host/engines/rows/cell.h"
 #include "host/sql/types.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 
 /// `Column = value`, taken apart.
 struct Criterion {
@@ -38,4 +38,4 @@ using FindKey = std::variant<std::int64_t, std::string>;
 /// that can be looked for (null).
 [[nodiscard]] std::optional<std::int64_t> numericKeyOf(const Cell& cell, Sql::Type type);
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 
 KeptRows::Packed KeptRows::pack(const Cell& cell) {
   switch (cell.kind) {
@@ -17,16 +17,6 @@ KeptRows::Packed KeptRows::pack(const Cell& cell) {
     default:
       return {cell.kind, 0, cell.integer};
   }
-}
-
-void KeptRows::append(const Statement& statement) {
-  columns_ = static_cast<std::size_t>(sqlite3_column_count(statement.get()));
-  const std::size_t first = rows_ * columns_;
-  cells_.resize(first + columns_);
-  for (std::size_t column = 0; column < columns_; ++column) {
-    cells_[first + column] = pack(cellOf(statement, static_cast<int>(column)));
-  }
-  ++rows_;
 }
 
 void KeptRows::replace(std::size_t row, const KeptRows& other) {
@@ -61,4 +51,4 @@ void KeptRows::clear() noexcept {
   texts_.clear();
 }
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

@@ -1,16 +1,19 @@
 #include "host/engines/rows/recordset.h"
 
+#include <limits>
 #include <utility>
 
 #include "host/sql/names.h"
 #include "platform/error.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 namespace {
 
 using QuorDataLib::ErrorNumber;
 using QuorDataLib::raise;
 using QuorDataLib::Value;
+
+constexpr std::size_t kMostRows = std::numeric_limits<std::size_t>::max() / 2;
 
 [[noreturn]] void refuseUpdate() {
   raise(ErrorNumber::InvalidArgument,
@@ -19,10 +22,9 @@ using QuorDataLib::Value;
 
 }  // namespace
 
-Recordset::Recordset(std::shared_ptr<Database> database, StatementCache::Taken query,
-                     TimeLimit limit)
-    : database_(std::move(database)), query_(std::move(query)), limit_(limit) {
-  fetch();
+Recordset::Recordset(std::unique_ptr<Cursor> cursor) : cursor_(std::move(cursor)) {
+  cursor_->setReader(*this);
+  start();
 }
 
 Recordset::~Recordset() { Recordset::Close(); }
@@ -30,7 +32,6 @@ Recordset::~Recordset() { Recordset::Close(); }
 void Recordset::Close() {
   if (!std::exchange(open_, false)) return;
   stopReading();
-  database_->cache().giveBack(std::move(query_));
   kept_ = {};
   indexes_.clear();
 }
@@ -39,41 +40,54 @@ void Recordset::requireOpen() const {
   if (!open_) raise(ErrorNumber::ObjectClosed, "The recordset is closed");
 }
 
+void Recordset::start() {
+  fetch();
+  keepRows(cursor_->readAhead());
+}
+
 void Recordset::fetch() {
-  const bool wasLive = live_;
   live_ = false;
   try {
-    live_ = query_.statement.step(query_.source->text, limit_);
+    live_ = cursor_->step();
   } catch (...) {
     // What is kept is not the whole result: going back has to start over.
     startsAtFirst_ = false;
     failure_ = std::current_exception();
-    if (wasLive) database_->readingEnded(this);
     throw;
   }
-  if (live_ && !wasLive) database_->readingBegins(this);
-  if (!live_ && wasLive) database_->readingEnded(this);
 }
 
 void Recordset::keepAndFetch() {
-  kept_.append(query_.statement);
+  kept_.append(columns().size(), [&](std::int32_t column) { return cursor_->cell(column); });
   fetch();
 }
 
 void Recordset::stopReading() noexcept {
-  if (std::exchange(live_, false)) database_->readingEnded(this);
-  query_.statement.reset();
+  live_ = false;
+  cursor_->reset();
 }
 
-void Recordset::settle() noexcept {
-  keeping_ = true;
+void Recordset::keepRows(const Allowance& allowance) noexcept {
+  const std::size_t most = allowance.rows > kMostRows ? kMostRows : kept_.size() + allowance.rows;
+  const bool timed = allowance.time != Allowance::Clock::duration::zero();
+  const auto end =
+      timed ? Allowance::Clock::now() + allowance.time : Allowance::Clock::time_point();
   try {
-    while (live_) keepAndFetch();
+    while (live_ && kept_.size() < most && kept_.bytes() < allowance.bytes &&
+           (!timed || Allowance::Clock::now() < end)) {
+      keepAndFetch();
+    }
   } catch (...) {
     startsAtFirst_ = false;
     failure_ = std::current_exception();
     stopReading();
   }
+}
+
+void Recordset::keepCurrent() {
+  if (current_ < kept_.size() || !live_) return;
+  keepRows({.rows = 1});
+  if (current_ == kept_.size()) std::rethrow_exception(failure_);
 }
 
 void Recordset::rewind() {
@@ -83,10 +97,9 @@ void Recordset::rewind() {
   kept_.clear();
   indexes_.clear();
   failure_ = nullptr;
-  limit_ = TimeLimit(limit_.seconds);
   keeping_ = true;
-  fetch();
   startsAtFirst_ = true;
+  start();
 }
 
 bool Recordset::AtEnd() {
@@ -127,7 +140,7 @@ QuorDataLib::ValueType Recordset::FieldType(std::int32_t index) {
 }
 
 Cell Recordset::currentCell(std::int32_t index) const {
-  return current_ < kept_.size() ? kept_.at(current_, index) : cellOf(query_.statement, index);
+  return current_ < kept_.size() ? kept_.at(current_, index) : cursor_->cell(index);
 }
 
 Value Recordset::Field(std::int32_t index) {
@@ -156,6 +169,13 @@ void Recordset::MoveNext() {
   }
   if (current_ < kept_.size()) {
     ++current_;
+    if (!keeping_) {
+      startsAtFirst_ = false;
+      if (live_ && current_ == kept_.size()) {
+        kept_.clear();
+        current_ = 0;
+      }
+    }
   } else if (keeping_) {
     keepAndFetch();
     ++current_;
@@ -170,7 +190,10 @@ const RowIndex& Recordset::indexOf(std::int32_t column) {
   auto found = indexes_.find(column);
   if (found == indexes_.end()) {
     const Sql::Type type = columns()[static_cast<std::size_t>(column)].type;
-    found = indexes_.try_emplace(column, kept_, column, type).first;
+    const auto compare = [this](std::string_view a, std::string_view b) {
+      return cursor_->compareTexts(a, b);
+    };
+    found = indexes_.try_emplace(column, kept_, column, type, compare).first;
   }
   return found->second;
 }
@@ -184,6 +207,7 @@ bool Recordset::Find(const std::string& criterion) {
   rewind();
   keeping_ = true;
   while (live_) keepAndFetch();
+  if (failure_) std::rethrow_exception(failure_);
   const std::optional<std::size_t> row = key ? indexOf(column).find(*key) : std::nullopt;
   current_ = row.value_or(kept_.size());
   return row.has_value();
@@ -218,4 +242,4 @@ void Recordset::showInPlace(const KeptRows& row) {
   kept_.replace(current_, row);
 }
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

@@ -9,21 +9,20 @@
 #include <string_view>
 #include <vector>
 
+#include "host/engines/rows/cursor.h"
 #include "host/engines/rows/kept_rows.h"
 #include "host/engines/rows/row_index.h"
-#include "host/engines/sqlite/database.h"
 #include "platform/data_library.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 
-/// A recordset over a running statement. A forward scan keeps no row; going back to a first row
-/// that was left runs the statement again, and from then on rows are kept as they are passed.
-/// `Find` keeps all rows. So does a change of the database while rows are still to come: they stay
-/// as they were.
-class Recordset : public QuorDataLib::Recordset, private LiveReader {
+/// A recordset over a cursor. A forward scan keeps no row, but for those that the engine wants out
+/// of its way; they are dropped when they are passed. Going back to a first row that was left runs
+/// the statement again, and from then on rows are kept as they are passed. `Find` keeps all rows.
+class Recordset : public QuorDataLib::Recordset, private CursorReader {
  public:
-  /// Runs the statement, whose markers are bound, to its first row.
-  Recordset(std::shared_ptr<Database> database, StatementCache::Taken query, TimeLimit limit);
+  /// Runs the cursor's statement to its first row.
+  explicit Recordset(std::unique_ptr<Cursor> cursor);
   ~Recordset() override;
 
   bool AtEnd() override;
@@ -46,13 +45,12 @@ class Recordset : public QuorDataLib::Recordset, private LiveReader {
   /// Raises 3265 when there is no such column.
   void requireColumn(std::int32_t index) const;
   /// The result's columns.
-  [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const {
-    return query_.source->translation.columns;
-  }
+  [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const { return cursor_->columns(); }
   /// The column of that name; raises 3265 when there is none.
   [[nodiscard]] std::int32_t columnOf(std::string_view name) const;
-  [[nodiscard]] const std::shared_ptr<Database>& database() const noexcept { return database_; }
 
+  /// Sees that the current row, if there is one, is kept.
+  void keepCurrent();
   /// Makes the only row of `row` the current one. `showAlone` leaves nothing after it, and
   /// `MoveFirst` reads the database again; `showInPlace` puts it where the current row is, which
   /// must be kept.
@@ -60,10 +58,11 @@ class Recordset : public QuorDataLib::Recordset, private LiveReader {
   void showInPlace(const KeptRows& row);
 
  private:
-  void settle() noexcept override;
-  /// Steps the statement; keeps the register of live readers.
+  void keepRows(const Allowance& allowance) noexcept override;
+  /// Runs the statement to its first row, and further as far as the engine wishes.
+  void start();
   void fetch();
-  /// Keeps the row that the statement stands on, and fetches the next one.
+  /// Keeps the row that the cursor stands on, and fetches the next one.
   void keepAndFetch();
   void stopReading() noexcept;
   /// Goes back to the first row: to the kept one, or by running the statement again.
@@ -71,20 +70,17 @@ class Recordset : public QuorDataLib::Recordset, private LiveReader {
   [[nodiscard]] Cell currentCell(std::int32_t index) const;
   const RowIndex& indexOf(std::int32_t column);
 
-  std::shared_ptr<Database> database_;
-  StatementCache::Taken query_;
-  TimeLimit limit_;
+  std::unique_ptr<Cursor> cursor_;
 
-  // The rows are those kept, and after them the one that the statement stands on, if it does.
-  // Without keeping, the current row is always the statement's, and there are no others.
+  // The rows at hand are those kept, and after them the one that the cursor stands on, if it does.
   KeptRows kept_;
   std::size_t current_ = 0;
-  bool live_ = false;          // the statement stands on a row
-  bool keeping_ = false;       // rows are kept when they are passed
+  bool live_ = false;          // the cursor stands on a row
+  bool keeping_ = false;       // rows stay kept when they are passed
   bool startsAtFirst_ = true;  // the first row is still at hand
   bool open_ = true;
   std::exception_ptr failure_;  // met by fetching; raised at the end of the kept rows
   std::map<std::int32_t, RowIndex> indexes_;
 };
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

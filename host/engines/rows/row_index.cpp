@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <variant>
 
-#include "host/engines/sqlite/functions/collation.h"
+namespace QuorHost::Rows {
 
-namespace QuorHost::Sqlite {
-
-RowIndex::RowIndex(const KeptRows& rows, int column, Sql::Type type) {
+RowIndex::RowIndex(const KeptRows& rows, int column, Sql::Type type, CompareTexts compare)
+    : compare_(std::move(compare)) {
   if (type == Sql::Type::Text) {
     addTexts(rows, column);
   } else {
@@ -30,8 +30,8 @@ void RowIndex::addTexts(const KeptRows& rows, int column) {
     const Cell cell = rows.at(row, column);
     if (cell.kind == Cell::Kind::Text) texts_.push_back({cell.text, row});
   }
-  std::ranges::sort(texts_, [](const TextEntry& a, const TextEntry& b) {
-    const int order = compareTexts(a.text, b.text);
+  std::ranges::sort(texts_, [&](const TextEntry& a, const TextEntry& b) {
+    const int order = compare_(a.text, b.text);
     return order != 0 ? order < 0 : a.row < b.row;
   });
 }
@@ -45,9 +45,9 @@ std::optional<std::size_t> RowIndex::find(const FindKey& key) const {
   const auto& text = std::get<std::string>(key);
   const auto found = std::ranges::lower_bound(
       texts_, 0, [](int a, int b) { return a < b; },
-      [&](const TextEntry& entry) { return compareTexts(entry.text, text); });
-  if (found == texts_.end() || compareTexts(found->text, text) != 0) return std::nullopt;
+      [&](const TextEntry& entry) { return compare_(entry.text, text); });
+  if (found == texts_.end() || compare_(found->text, text) != 0) return std::nullopt;
   return found->row;
 }
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

@@ -2,11 +2,10 @@
 
 #include <utility>
 
-#include "host/engines/sqlite/engine_error.h"
 #include "host/sql/names.h"
 #include "platform/error.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 namespace {
 
 using QuorDataLib::Error;
@@ -14,23 +13,11 @@ using QuorDataLib::ErrorNumber;
 using QuorDataLib::raise;
 using QuorDataLib::Value;
 
-/// What `piece` makes of each of `items`, with `separator` between them.
-template <class Items, class Piece>
-std::string joined(const Items& items, std::string_view separator, Piece piece) {
-  std::string text;
-  for (const auto& item : items) {
-    if (!text.empty()) text += separator;
-    text += piece(item);
-  }
-  return text;
-}
-
 }  // namespace
 
-UpdatableRecordset::UpdatableRecordset(std::shared_ptr<Database> database,
-                                       StatementCache::Taken query, TimeLimit limit,
-                                       Sql::Relation table)
-    : Recordset(std::move(database), std::move(query), limit), table_(std::move(table)) {}
+UpdatableRecordset::UpdatableRecordset(std::unique_ptr<Cursor> cursor,
+                                       std::unique_ptr<RowChanger> changer, Sql::Relation table)
+    : Recordset(std::move(cursor)), changer_(std::move(changer)), table_(std::move(table)) {}
 
 void UpdatableRecordset::forget() noexcept {
   pending_ = Pending::Nothing;
@@ -90,11 +77,11 @@ void UpdatableRecordset::Update() {
   if (pending_ == Pending::Nothing) {
     raise(ErrorNumber::InvalidArgument, "Nothing to store: call AddNew or SetField before Update");
   }
-  database()->prepareForChange();
   if (pending_ == Pending::NewRow) {
-    showAlone(insertRow());
+    showAlone(changer_->insert(changes()));
   } else {
-    showInPlace(updateRow());
+    keepCurrent();
+    showInPlace(changer_->update(changes(), key()));
   }
   forget();
 }
@@ -120,66 +107,24 @@ std::vector<std::int32_t> UpdatableRecordset::keyColumns() const {
   return key;
 }
 
-std::string UpdatableRecordset::quotedColumn(std::int32_t index) const {
-  return quotedName(columns()[static_cast<std::size_t>(index)].name);
+FieldValue UpdatableRecordset::field(std::int32_t index, Value value) const {
+  const Sql::ResultColumn& column = columns()[static_cast<std::size_t>(index)];
+  return {column.name, column.type, std::move(value)};
 }
 
-std::string UpdatableRecordset::returning() const {
-  return " RETURNING " +
-         joined(columns(), ", ", [](const auto& column) { return quotedName(column.name); });
+std::vector<FieldValue> UpdatableRecordset::changes() const {
+  std::vector<FieldValue> fields;
+  fields.reserve(set_.size());
+  for (const auto& [index, value] : set_) fields.push_back(field(index, value));
+  return fields;
 }
 
-std::string UpdatableRecordset::insertText() const {
-  const std::string text = "INSERT INTO " + quotedName(table_.name);
-  if (set_.empty()) return text + " DEFAULT VALUES" + returning();
-  return text + " (" +
-         joined(set_, ", ", [&](const auto& set) { return quotedColumn(set.first); }) +
-         ") VALUES (" + joined(set_, ", ", [](const auto&) { return "?"; }) + ")" + returning();
-}
-
-std::string UpdatableRecordset::updateText(const std::vector<std::int32_t>& key) const {
-  return "UPDATE " + quotedName(table_.name) + " SET " +
-         joined(set_, ", ", [&](const auto& set) { return quotedColumn(set.first) + " = ?"; }) +
-         " WHERE " +
-         joined(key, " AND ", [&](std::int32_t index) { return quotedColumn(index) + " = ?"; }) +
-         returning();
-}
-
-void UpdatableRecordset::bindSet(const Statement& statement) const {
-  int number = 0;
-  for (const auto& [index, value] : set_) {
-    bindValue(statement, ++number, value, columns()[static_cast<std::size_t>(index)].type,
-              Lifetime::Borrowed);
+std::vector<FieldValue> UpdatableRecordset::key() {
+  std::vector<FieldValue> fields;
+  for (const std::int32_t index : keyColumns()) {
+    fields.push_back(field(index, Recordset::Field(index)));
   }
+  return fields;
 }
 
-KeptRows UpdatableRecordset::storedRow(Statement& statement) const {
-  KeptRows stored;
-  while (statement.step()) stored.append(statement);
-  return stored;
-}
-
-KeptRows UpdatableRecordset::insertRow() const {
-  Statement insert(database()->handle(), insertText());
-  bindSet(insert);
-  return storedRow(insert);
-}
-
-KeptRows UpdatableRecordset::updateRow() {
-  const std::vector<std::int32_t> key = keyColumns();
-  Statement update(database()->handle(), updateText(key));
-  bindSet(update);
-  auto number = static_cast<int>(set_.size());
-  for (const std::int32_t index : key) {
-    bindValue(update, ++number, Recordset::Field(index),
-              columns()[static_cast<std::size_t>(index)].type, Lifetime::Copied);
-  }
-  KeptRows stored = storedRow(update);
-  if (stored.size() == 0) {
-    refuseStatement("The row of table " + table_.name +
-                    " is no longer there: somebody has removed it");
-  }
-  return stored;
-}
-
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

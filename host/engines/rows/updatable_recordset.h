@@ -3,22 +3,24 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/engines/rows/recordset.h"
+#include "host/engines/rows/row_changer.h"
 #include "host/sql/catalogue.h"
 
-namespace QuorHost::Sqlite {
+namespace QuorHost::Rows {
 
 /// A recordset of one table's own columns. What is set stays in memory until `Update` stores the
 /// row with one statement; moving to another row drops it. A row that was added is the only one
 /// until `MoveFirst` reads the table again.
 class UpdatableRecordset final : public Recordset {
  public:
-  /// `table` is copied: it must be the one whose rows the statement reads.
-  UpdatableRecordset(std::shared_ptr<Database> database, StatementCache::Taken query,
-                     TimeLimit limit, Sql::Relation table);
+  /// `table` is copied: it must be the one whose rows the cursor reads and `changer` stores.
+  UpdatableRecordset(std::unique_ptr<Cursor> cursor, std::unique_ptr<RowChanger> changer,
+                     Sql::Relation table);
 
   bool AtEnd() override;
   using Recordset::Field;
@@ -39,19 +41,16 @@ class UpdatableRecordset final : public Recordset {
   void forget() noexcept;
   /// The result's columns that are the table's primary key; raises 5 when it has not all of them.
   [[nodiscard]] std::vector<std::int32_t> keyColumns() const;
-  [[nodiscard]] std::string quotedColumn(std::int32_t index) const;
-  /// The clause by which a statement gives back the row as it was stored, in the result's columns.
-  [[nodiscard]] std::string returning() const;
-  [[nodiscard]] std::string insertText() const;
-  [[nodiscard]] std::string updateText(const std::vector<std::int32_t>& key) const;
-  [[nodiscard]] KeptRows insertRow() const;
-  [[nodiscard]] KeptRows updateRow();
-  void bindSet(const Statement& statement) const;
-  [[nodiscard]] KeptRows storedRow(Statement& statement) const;
+  [[nodiscard]] FieldValue field(std::int32_t index, QuorDataLib::Value value) const;
+  /// What was set.
+  [[nodiscard]] std::vector<FieldValue> changes() const;
+  /// The primary key of the current row, as it is stored.
+  [[nodiscard]] std::vector<FieldValue> key();
 
+  std::unique_ptr<RowChanger> changer_;
   Sql::Relation table_;
   Pending pending_ = Pending::Nothing;
   Values set_;
 };
 
-}  // namespace QuorHost::Sqlite
+}  // namespace QuorHost::Rows

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/engines/rows/cell.h"
 #include "host/engines/rows/recordset.h"
 #include "host/engines/rows/updatable_recordset.h"
 #include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/run/cursor.h"
+#include "host/engines/sqlite/run/row_changer.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -55,26 +57,27 @@ QuorDataLib::Ref<QuorDataLib::Recordset> Connection::OpenRecordset(
     const QuorDataLib::Parameters& parameters, std::int32_t /*flag*/) {
   requireMode(mode);
   const std::shared_ptr<Database>& database = store_->database();
+  database->refresh();
   StatementCache::Taken query = database->cache().take(sql, dialect_, store_->catalogue());
   const Sql::Translation& translation = query.source->translation;
   if (translation.kind != StatementKind::Select) {
     refuseStatement("A recordset needs a SELECT statement; run this one with Execute");
   }
-  bindMarkers(query.statement, translation.markers, parameters.values());
-
-  const TimeLimit limit(timeout_);
+  const Sql::Relation* table = nullptr;
   if (mode == kUpdateMode && database->writable()) {
-    const Sql::Relation* const table = updatableTable(translation, store_->catalogue());
-    if (table != nullptr) {
-      return QuorDataLib::make<UpdatableRecordset>(database, std::move(query), limit, *table);
-    }
+    table = updatableTable(translation, store_->catalogue());
   }
-  return QuorDataLib::make<Recordset>(database, std::move(query), limit);
+  auto cursor = std::make_unique<SqliteCursor>(database, std::move(query), parameters.values(),
+                                               TimeLimit(timeout_));
+  if (table == nullptr) return QuorDataLib::make<Rows::Recordset>(std::move(cursor));
+  auto changer = std::make_unique<SqliteRowChanger>(database, table->name, cursor->columns());
+  return QuorDataLib::make<Rows::UpdatableRecordset>(std::move(cursor), std::move(changer), *table);
 }
 
 void Connection::Execute(const std::string& sql, std::int32_t& recordsAffected,
                          std::int32_t /*option*/, const QuorDataLib::Parameters& parameters) {
   Database& database = *store_->database();
+  database.prepareForChange();
   StatementCache::Taken change = database.cache().take(sql, dialect_, store_->catalogue());
   switch (change.source->translation.kind) {
     case StatementKind::Insert:
@@ -88,7 +91,6 @@ void Connection::Execute(const std::string& sql, std::int32_t& recordsAffected,
   }
   store_->requireWritable();
   bindMarkers(change.statement, change.source->translation.markers, parameters.values());
-  database.prepareForChange();
   TimeLimit limit(timeout_);
   while (change.statement.step(sql, limit)) {
   }

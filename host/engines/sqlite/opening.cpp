@@ -10,6 +10,7 @@
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
+#include "host/engines/sqlite/run/binding.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -127,9 +128,13 @@ bool hasUnmergedChanges(const std::string& path) {
   }
 }
 
+int flagsOf(Access access) {
+  return access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+}
+
 /// An open handle on whose file the first read has succeeded.
 Handle openProbed(const std::string& path, Access access, int busyTimeout) {
-  const int flags = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  const int flags = flagsOf(access);
   Handle handle = openHandle(path, flags, Form::Plain, busyTimeout);
   int code = probe(handle.get());
   const int kind = code & 0xFF;
@@ -164,10 +169,34 @@ void configure(sqlite3* handle) {
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
   registerCollation(handle);
   registerFunctions(handle);
-  // The largest part of a file that the engine maps; what lies beyond is read through its cache.
   execute(handle,
           "PRAGMA foreign_keys=ON; PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY;"
-          "PRAGMA cache_size=-65536; PRAGMA mmap_size=2147418112");
+          "PRAGMA cache_size=-65536; PRAGMA mmap_size=0");
+}
+
+void configure(sqlite3* handle, Access access) {
+  configure(handle);
+  if (access == Access::Read) execute(handle, "PRAGMA query_only=ON");
+}
+
+/// Whether readers and a writer of the file leave each other alone: it is kept with a write-ahead
+/// log. An immutable file is not, whatever it says.
+bool isLogged(const Database& database) {
+  Statement mode(database.handle(), "PRAGMA journal_mode");
+  const sqlite3_filename name = sqlite3_db_filename(database.handle(), "main");
+  if (sqlite3_uri_boolean(name, "immutable", 0) != 0 || !mode.step()) return false;
+  return Rows::Cell::Kind::Text == cellOf(mode, 0).kind && cellOf(mode, 0).text == "wal";
+}
+
+/// Lets the database open further handles where they are of use.
+void allowMore(Database& database, Access access, int busyTimeout) {
+  if (!isLogged(database)) return;
+  database.allowMore([path = database.path(), access, busyTimeout] {
+    Handle handle = openHandle(path, flagsOf(access), Form::Plain, busyTimeout);
+    if (probe(handle.get()) != SQLITE_OK) return Handle();
+    configure(handle.get(), access);
+    return handle;
+  });
 }
 
 void checkCompany(Database& database) {
@@ -189,11 +218,11 @@ void checkCompany(Database& database) {
 std::shared_ptr<Database> openDatabase(const std::string& path, Access access, int busyTimeout) {
   checkFile(path);
   Handle handle = openProbed(path, access, busyTimeout);
-  configure(handle.get());
-  if (access == Access::Read) execute(handle.get(), "PRAGMA query_only=ON");
+  configure(handle.get(), access);
   auto database = std::make_shared<Database>(std::move(handle), path, access, Durability::Full);
   checkCompany(*database);
   if (access == Access::Write) database->run("PRAGMA journal_mode=WAL");
+  allowMore(*database, access, busyTimeout);
   return database;
 }
 
@@ -212,6 +241,7 @@ std::shared_ptr<Database> createDatabase(const std::string& path, Durability dur
   if (durability == Durability::Full) execute(handle.get(), "PRAGMA journal_mode=WAL");
   auto database = std::make_shared<Database>(std::move(handle), path, Access::Write, durability);
   database->run("PRAGMA application_id=" + std::to_string(kApplicationId));
+  if (durability == Durability::Full) allowMore(*database, Access::Write, kBusyTimeout);
   return database;
 }
 

@@ -60,6 +60,8 @@ void Statement::reset() noexcept { sqlite3_reset(get()); }
 void Statement::clear() noexcept {
   sqlite3_reset(get());
   sqlite3_clear_bindings(get());
+  // The next user counts from nothing.
+  sqlite3_stmt_status(get(), SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
 }
 
 std::string quotedName(std::string_view name) {

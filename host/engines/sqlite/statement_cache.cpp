@@ -31,6 +31,14 @@ StatementCache::Taken StatementCache::take(std::string_view text, Sql::Dialect d
   return taken;
 }
 
+Statement StatementCache::take(const std::shared_ptr<const TranslatedStatement>& source) {
+  const auto known = byText_.find(Key{source->text, source->dialect});
+  if (known != byText_.end() && known->second->source == source && known->second->idle) {
+    return std::move(known->second->idle);
+  }
+  return Statement(database_, source->translation.sql, true, source->text);
+}
+
 void StatementCache::giveBack(Taken taken) noexcept {
   const auto entry = byText_.find(Key{taken.source->text, taken.source->dialect});
   if (entry == byText_.end() || entry->second->source != taken.source || entry->second->idle) {

@@ -44,6 +44,9 @@ class StatementCache {
   [[nodiscard]] Taken take(std::string_view text, Sql::Dialect dialect,
                            const Sql::Catalogue& catalogue);
 
+  /// Another statement of one that was translated before, by this cache or that of another handle.
+  [[nodiscard]] Statement take(const std::shared_ptr<const TranslatedStatement>& source);
+
   /// Keeps a statement that was taken for the next taker, or ends it when it is no longer wanted.
   void giveBack(Taken taken) noexcept;
 

@@ -5,10 +5,10 @@
 #include <system_error>
 #include <utility>
 
-#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/connection.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/transaction.h"
 #include "host/engines/sqlite/write/sql_writer.h"
@@ -28,8 +28,8 @@ bool isDefinition(StatementKind kind) {
 
 /// A field of a finding's row on one line, empty for null.
 std::string textOf(const Statement& row, int column) {
-  const Cell cell = cellOf(row, column);
-  if (cell.kind == Cell::Kind::Integer) return std::to_string(cell.integer);
+  const Rows::Cell cell = cellOf(row, column);
+  if (cell.kind == Rows::Cell::Kind::Integer) return std::to_string(cell.integer);
   std::string text(cell.text);
   std::ranges::replace(text, '\n', ' ');
   return text;
@@ -65,21 +65,22 @@ void SqliteStore::define(std::string_view statement) {
   try {
     Statement(database_->handle(), definition.sql, false, statement).step(statement);
     storeDefinition(*database_, statement, definition);
-    Sql::enter(definition, catalogue_);
-  } catch (...) {
-    database_->run("ROLLBACK TO Definition");
+    Sql::Catalogue extended = catalogue_;
+    Sql::enter(definition, extended);
     database_->run("RELEASE Definition");
+    catalogue_ = std::move(extended);
+  } catch (...) {
+    database_->rollBackTo("Definition");
     throw;
   }
-  database_->run("RELEASE Definition");
-  database_->cache().clear();
+  database_->forgetStatements();
   definedInTransaction_ = database_->inTransaction();
 }
 
 void SqliteStore::forgetDefinitions() noexcept {
   if (!definedInTransaction_) return;
   try {
-    database_->cache().clear();
+    database_->forgetStatements();
     catalogue_ = readStoredCatalogue(*database_);
     definedInTransaction_ = false;
   } catch (...) {  // NOLINT(bugprone-empty-catch): the engine refuses statements on what is gone
@@ -112,6 +113,7 @@ std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
 
 std::vector<std::string> SqliteStore::integrityFindings() {
   std::vector<std::string> findings;
+  database_->refresh();
   try {
     Statement structure(database_->handle(), "PRAGMA integrity_check");
     while (structure.step()) {
@@ -157,7 +159,7 @@ std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
     try {
       Sqlite::renewTextOrder(*Sqlite::openDatabase(path, Access::Write));
     } catch (const QuorDataLib::Error& error) {
-      Sqlite::raiseNaming(
+      Rows::raiseNaming(
           "The texts in the company file are in the order of another system and must be sorted "
           "anew",
           error);

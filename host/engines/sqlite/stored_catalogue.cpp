@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "platform/error.h"
 
@@ -67,8 +67,8 @@ Sql::Catalogue readStoredCatalogue(Database& database) {
                  catalogue);
     }
   } catch (const Error& error) {
-    raiseNaming("The definitions in the company file '" + database.path() + "' cannot be read",
-                error);
+    Rows::raiseNaming(
+        "The definitions in the company file '" + database.path() + "' cannot be read", error);
   }
   return catalogue;
 }

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/run/binding.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -39,11 +39,7 @@ SqliteTransaction::SqliteTransaction(std::shared_ptr<SqliteStore> store)
 
 SqliteTransaction::~SqliteTransaction() {
   if (!store_) return;
-  Database& database = *store_->database();
-  database.prepareForChange();
-  if (database.inTransaction()) {
-    sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
+  store_->database()->rollBack();
   store_->forgetDefinitions();
 }
 
@@ -60,6 +56,7 @@ void SqliteTransaction::commit() {
 
 SqliteSnapshot::SqliteSnapshot(std::shared_ptr<Database> database)
     : database_(std::move(database)) {
+  database_->refresh();
   if (database_->inTransaction()) {
     raise(ErrorNumber::InvalidArgument,
           "A snapshot is held already: drop it before the next one is taken");
@@ -77,7 +74,12 @@ SqliteSnapshot::SqliteSnapshot(std::shared_ptr<Database> database)
 SqliteSnapshot::~SqliteSnapshot() { end(); }
 
 void SqliteSnapshot::end() noexcept {
-  sqlite3_exec(database_->handle(), "COMMIT", nullptr, nullptr, nullptr);
+  try {
+    // Recordsets that lie open go on reading.
+    database_->run("COMMIT");
+  } catch (...) {
+    database_->rollBack();
+  }
 }
 
 SqliteRowWriter::SqliteRowWriter(std::shared_ptr<Database> database, const Sql::Relation& table,
@@ -92,8 +94,13 @@ SqliteRowWriter::SqliteRowWriter(std::shared_ptr<Database> database, const Sql::
     columns_.push_back(*column);
   }
   if (columns_.empty()) refuseStatement("Rows of table " + table.name + " need a column");
+  prepare();
+}
+
+void SqliteRowWriter::prepare() {
+  session_ = database_->session();
   const std::string text = insertText(table_, columns_);
-  insert_ = Statement(database_->handle(), text, true, text);
+  insert_ = Statement(session_->handle.get(), text, true, text);
 }
 
 void SqliteRowWriter::add(std::span<const QuorDataLib::Value> values) {
@@ -105,11 +112,13 @@ void SqliteRowWriter::add(std::span<const QuorDataLib::Value> values) {
                                             std::to_string(columns_.size()) + " values, not " +
                                             std::to_string(values.size()));
   }
+  database_->prepareForChange();
+  if (session_ != database_->session()) prepare();
   for (std::size_t i = 0; i < values.size(); ++i) {
     try {
       bindValue(insert_, static_cast<int>(i) + 1, values[i], columns_[i].type, Lifetime::Borrowed);
     } catch (const Error& error) {
-      raiseNaming("Column " + columns_[i].name + " of table " + table_, error);
+      Rows::raiseNaming("Column " + columns_[i].name + " of table " + table_, error);
     }
   }
   insert_.step();

@@ -51,9 +51,12 @@ class SqliteRowWriter final : public RowWriter {
   void add(std::span<const QuorDataLib::Value> values) override;
 
  private:
+  void prepare();
+
   std::shared_ptr<Database> database_;
   std::string table_;
   std::vector<Sql::Column> columns_;
+  std::shared_ptr<Session> session_;  // of the statement
   Statement insert_;
 };
 

@@ -1,0 +1,145 @@
+#include "host/engines/sqlite/run/binding.h"
+
+#include <cmath>
+#include <new>
+#include <string>
+
+#include "host/engines/sqlite/engine_error.h"
+#include "platform/error.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+using QuorDataLib::Error;
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::raise;
+using QuorDataLib::Value;
+using QuorDataLib::ValueType;
+using Rows::Cell;
+using Sql::Type;
+
+/// Raises what a binding reports: a text too long for the engine, exhausted memory.
+void check(sqlite3_stmt* statement, int code) {
+  if (code != SQLITE_OK) {
+    raiseEngineError(sqlite3_db_handle(statement), code, sqlite3_sql(statement));
+  }
+}
+
+void bindText(sqlite3_stmt* statement, int index, std::string_view text, Lifetime lifetime) {
+  const sqlite3_destructor_type destructor =
+      lifetime == Lifetime::Copied ? SQLITE_TRANSIENT : SQLITE_STATIC;  // NOLINT: C casts within
+  check(statement,
+        sqlite3_bind_text64(statement, index, text.data(), text.size(), destructor, SQLITE_UTF8));
+}
+
+void bindDouble(sqlite3_stmt* statement, int index, double number) {
+  // The engine would store "not a number" as null and infinity as itself; neither is an amount.
+  if (!std::isfinite(number)) raise(ErrorNumber::Overflow, "Overflow: the number is not finite");
+  check(statement, sqlite3_bind_double(statement, index, number));
+}
+
+void bindInteger(sqlite3_stmt* statement, int index, std::int64_t number) {
+  check(statement, sqlite3_bind_int64(statement, index, number));
+}
+
+/// The type in which a value goes to a marker that leaves it open.
+Type typeAsPassed(ValueType type) {
+  switch (type) {
+    case ValueType::Boolean:
+      return Type::Boolean;
+    case ValueType::Integer:
+      return Type::Integer;
+    case ValueType::Long:
+      return Type::Long;
+    case ValueType::Double:
+      return Type::Double;
+    case ValueType::Currency:
+      return Type::Currency;
+    case ValueType::Date:
+      return Type::Date;
+    default:
+      return Type::Text;
+  }
+}
+
+}  // namespace
+
+Cell cellOf(const Statement& statement, int column) {
+  // Asking the value spares the checks that asking the statement repeats; connections that are used
+  // on one thread may do so.
+  sqlite3_value* const value = sqlite3_column_value(statement.get(), column);
+  Cell cell;
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+      break;
+    case SQLITE_INTEGER:
+      cell.kind = Cell::Kind::Integer;
+      cell.integer = sqlite3_value_int64(value);
+      break;
+    case SQLITE_FLOAT:
+      cell.kind = Cell::Kind::Real;
+      cell.real = sqlite3_value_double(value);
+      break;
+    default:
+      cell.kind = Cell::Kind::Text;
+      const unsigned char* const text = sqlite3_value_text(value);
+      if (text == nullptr) throw std::bad_alloc();
+      cell.text = {reinterpret_cast<const char*>(text),
+                   static_cast<std::size_t>(sqlite3_value_bytes(value))};
+      break;
+  }
+  return cell;
+}
+
+void bindValue(const Statement& statement, int index, const Value& value, Type type,
+               Lifetime lifetime) {
+  sqlite3_stmt* const row = statement.get();
+  if (value.isNull() || value.isEmpty()) {
+    check(row, sqlite3_bind_null(row, index));
+    return;
+  }
+  switch (type == Type::Unknown ? typeAsPassed(value.type()) : type) {
+    case Type::Boolean:
+      bindInteger(row, index, value.toBoolean() ? 1 : 0);
+      break;
+    case Type::Integer:
+      bindInteger(row, index, value.toInteger());
+      break;
+    case Type::Long:
+      bindInteger(row, index, value.toLong());
+      break;
+    case Type::Double:
+      bindDouble(row, index, value.toDouble());
+      break;
+    case Type::Currency:
+      bindInteger(row, index, value.toCurrency().units());
+      break;
+    case Type::Date:
+      bindText(row, index, value.toDate().toText(), Lifetime::Copied);
+      break;
+    default:
+      if (value.type() == ValueType::Text) {
+        bindText(row, index, value.text(), lifetime);
+      } else {
+        bindText(row, index, value.toText(), Lifetime::Copied);
+      }
+      break;
+  }
+}
+
+void bindMarkers(const Statement& statement, const std::vector<Type>& markers,
+                 const std::vector<Value>& values) {
+  if (values.size() != markers.size()) {
+    refuseStatement("The statement has " + std::to_string(markers.size()) + " markers (?), but " +
+                    std::to_string(values.size()) + " values were given");
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    try {
+      bindValue(statement, static_cast<int>(i) + 1, values[i], markers[i], Lifetime::Borrowed);
+    } catch (const Error& error) {
+      Rows::raiseNaming("Value of marker " + std::to_string(i + 1), error);
+    }
+  }
+}
+
+}  // namespace QuorHost::Sqlite
