@@ -124,6 +124,30 @@ TEST(Guards, MayBeConditionsOfJoins) {
               ElementsAre("2"));
 }
 
+// An account is looked up by the greatest number among those that are numbers.
+TEST(Guards, FindTheAccountBefore) {
+  Database database(R"(
+    CREATE TABLE GLAcct (InGLAcctId INT PRIMARY KEY, GLAcctId VARCHAR(20), GroupType INT);
+    INSERT INTO GLAcct VALUES (1, '1000', 1);
+    INSERT INTO GLAcct VALUES (2, '1050', 7);
+    INSERT INTO GLAcct VALUES (3, '2000', 5);
+    INSERT INTO GLAcct VALUES (4, 'X8000', 2);
+    INSERT INTO GLAcct VALUES (5, '', 3);
+  )");
+  for (const Dialect dialect : kBoth) {
+    const auto number = [&](const std::string& text) {
+      return dialect == kServer ? "CAST(" + text + " AS integer)" : "CLng(" + text + ")";
+    };
+    const std::string text =
+        "SELECT GroupType FROM GLAcct WHERE GLAcctId = (SELECT MAX(" + number("GLAcct.GLAcctId") +
+        ") FROM GLAcct INNER JOIN (SELECT * FROM GLAcct WHERE ISNUMERIC(GLAcctId) <> 0) AS X ON "
+        "GLAcct.InGLAcctId = X.InGLAcctId WHERE " +
+        number("GLAcct.GLAcctId") + " < ?)";
+    EXPECT_THAT(database.rows(text, dialect, {QuorDataLib::Value(2000)}), ElementsAre("7"));
+    EXPECT_THAT(database.rows(text, dialect, {QuorDataLib::Value(1000)}), ElementsAre());
+  }
+}
+
 // What reads no column is computed once, whatever rows there are, unless what stands before it
 // reads none either.
 TEST(Guards, OfConstantsAreConstants) {

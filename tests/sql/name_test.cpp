@@ -128,6 +128,22 @@ TEST(Groups, AreKeyedByColumnsAndExpressions) {
   }
 }
 
+// A key stays what it is where a choice around it goes on with it.
+TEST(Groups, AreFoundWithinChoices) {
+  Database database(kTables);
+  const auto expect = [&](std::string text, const std::string& key, Dialect dialect) {
+    while (text.find('@') != std::string::npos) text.replace(text.find('@'), 1, key);
+    EXPECT_THAT(database.rows(text, dialect), ElementsAre("0|1", "7|2")) << text;
+  };
+  const std::string choice = "CASE WHEN Code = 'y' THEN 3 ELSE CASE WHEN Amnt > 0 THEN 7 END END";
+  expect("SELECT CASE WHEN @ = 3 THEN 0 ELSE @ END, COUNT(*) FROM Line GROUP BY @ ORDER BY 1",
+         choice, kServer);
+  expect("SELECT COALESCE(NULLIF(@, 3), 0), COUNT(*) FROM Line GROUP BY @ ORDER BY 1", choice,
+         kServer);
+  expect("SELECT IIf(@ = 3, 0, @), COUNT(*) FROM Line GROUP BY @ ORDER BY 1",
+         "IIf(Code = 'y', 3, IIf(Amnt > 0, 7, Null))", kDesktop);
+}
+
 TEST(Results, NameTheirColumns) {
   const Database database(kTables);
   const auto names = [&](const char* text, Dialect dialect) {

@@ -54,12 +54,16 @@ TEST(TextOrder, AgreesWithTheLibraryOnAnyText) {
     }
     return made;
   };
+  const auto trimmed = [](const std::string& whole) {
+    return whole.substr(0, whole.find_last_not_of(' ') + 1);
+  };
   const auto sign = [](int order) { return (order > 0) - (order < 0); };
   for (int i = 0; i < 100'000; ++i) {
     const std::string a = text();
     const std::string b = text();
-    ASSERT_EQ(sign(Sqlite::compareTexts(a, b)),
-              static_cast<int>(library->compareUTF8(a, b, status)))
+    // Blanks at the end count for nothing.
+    ASSERT_EQ(sign(Sqlite::compareTexts(a + std::string(random() % 2, ' '), b)),
+              static_cast<int>(library->compareUTF8(trimmed(a), trimmed(b), status)))
         << a << " / " << b;
   }
 }
@@ -107,6 +111,29 @@ TEST(TextOrder, HoldsWhereverTextsMeet) {
   expect("SELECT COUNT(DISTINCT Place) FROM Places", ElementsAre("5"));
 }
 
+// As on the server: what is equal is found, joined, grouped and told apart without them.
+TEST(TextOrder, IgnoresBlanksAtTheEnd) {
+  Database database(R"(
+    CREATE TABLE P (Id INT PRIMARY KEY, Code VARCHAR(9));
+    CREATE INDEX ByCode ON P (Code);
+    INSERT INTO P VALUES (1, 'A1');
+    INSERT INTO P VALUES (2, 'a1  ');
+    INSERT INTO P VALUES (3, ' A1');
+    INSERT INTO P VALUES (4, 'A1 B');
+    INSERT INTO P VALUES (5, '');
+    INSERT INTO P VALUES (6, '  ');
+  )");
+  const auto expect = [&](const char* text, const auto& rows) {
+    for (const Dialect dialect : kBoth) EXPECT_THAT(database.rows(text, dialect), rows) << text;
+  };
+  expect("SELECT Id FROM P WHERE Code = 'A1 ' ORDER BY Id", ElementsAre("1", "2"));
+  expect("SELECT Id FROM P WHERE Code IN ('a1', 'x') ORDER BY Id", ElementsAre("1", "2"));
+  expect("SELECT Id FROM P WHERE Code LIKE 'a1' ORDER BY Id", ElementsAre("1", "2"));
+  expect("SELECT COUNT(*) FROM P AS X INNER JOIN P AS Y ON X.Code = Y.Code", ElementsAre("10"));
+  expect("SELECT COUNT(DISTINCT Code), MAX(Code) FROM P WHERE Id <> 2", ElementsAre("4|A1 B"));
+  expect("SELECT COUNT(*) FROM P GROUP BY Code ORDER BY Code", ElementsAre("2", "1", "2", "1"));
+}
+
 TEST(Like, KnowsTheWildcardsOfTheDialect) {
   Database database;
   const auto matches = [&](Dialect dialect, const char* text, const char* pattern) {
@@ -122,6 +149,9 @@ TEST(Like, KnowsTheWildcardsOfTheDialect) {
     EXPECT_TRUE(matches(dialect, "x4", "[w-y]4"));
     EXPECT_TRUE(matches(dialect, "[4", "[4"));
     EXPECT_TRUE(matches(dialect, "", "%"));
+    EXPECT_TRUE(matches(dialect, "ab ", "a_"));
+    EXPECT_TRUE(matches(dialect, "ab ", "ab "));
+    EXPECT_FALSE(matches(dialect, "ab", "ab "));
     const bool desktop = dialect == kDesktop;
     EXPECT_EQ(matches(dialect, "abc", "a*"), desktop);
     EXPECT_EQ(matches(dialect, "abc", "a?c"), desktop);
@@ -150,6 +180,9 @@ TEST(TextFunctions, CountCharactersAndIgnoreCase) {
   EXPECT_EQ(server("CHARINDEX('É', 'québec é')"), "3");
   EXPECT_EQ(server("CHARINDEX('é', 'québec é', 4)"), "8");
   EXPECT_EQ(desktop("InStr('québec', 'BEC') + InStr(5, 'québec', 'é')"), "4");
+  EXPECT_EQ(desktop("InStr('abc', '') & InStr(3, 'abc', '') & InStr(4, 'abc', '') & InStr('', '')"),
+            "1300");
+  EXPECT_EQ(server("CHARINDEX('', 'abc')"), "0");
   EXPECT_EQ(desktop("Mid('québec', 3) & Mid('québec', 1, 2)"), "ébecqu");
   EXPECT_EQ(server("CAST('abc' AS VARCHAR(2)) + CAST(5 AS CHAR(3))"), "ab5");
   EXPECT_EQ(server("LEFT(NULL, 2)"), "-");

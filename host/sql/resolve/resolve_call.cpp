@@ -243,9 +243,11 @@ Expression* Resolver::resolveFind(const Syntax::Expression& call, Scope& scope) 
   Expression* const second = argument(call, texts + 1, 'T', scope);
   Expression* const from =
       call.args.size() == 3 ? argument(call, start, 'W', scope) : typing_.whole(1, call.word);
-  return typing_.make(
-      {.kind = Kind::Call, .type = Type::Long, .function = Function::Find, .word = call.word},
-      {fromFirst ? first : second, fromFirst ? second : first, from});
+  return typing_.make({.kind = Kind::Call,
+                       .type = Type::Long,
+                       .function = call.function->function,
+                       .word = call.word},
+                      {fromFirst ? first : second, fromFirst ? second : first, from});
 }
 
 }  // namespace QuorHost::Sql

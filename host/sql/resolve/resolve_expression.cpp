@@ -212,12 +212,6 @@ Expression* Resolver::makeCase(std::vector<Expression*> args, std::string_view w
   for (std::size_t i = 0; i < branches.size(); ++i) {
     args[std::min(2 * i + 1, args.size() - 1)] = branches[i];
   }
-  // A choice in the ELSE of another one goes on where that ends: chains of choices stay flat.
-  const Expression& last = *args.back();
-  if (args.size() % 2 != 0 && last.kind == Kind::Case && last.type == type) {
-    args.pop_back();
-    args.insert(args.end(), last.args.begin(), last.args.end());
-  }
   return typing_.make({.kind = Kind::Case, .type = type, .word = word}, args);
 }
 

@@ -104,6 +104,7 @@ class Typing {
   Tree::Expression* modulo(Tree::Expression* left, Tree::Expression* right, std::string_view word);
   Tree::Expression* binary(Operator op, Type type, Tree::Expression* left, Tree::Expression* right,
                            std::string_view word);
+  void matchWithWholeQuery(Tree::Expression*& text, Tree::Expression*& query);
   Tree::Expression* matchedLiteral(Tree::Expression* boolean, Tree::Expression* number);
   [[noreturn]] void refuseTypes(std::string_view what, Type a, Type b, std::string_view word) const;
 

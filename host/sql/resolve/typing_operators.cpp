@@ -10,6 +10,11 @@ namespace {
 using Tree::Expression;
 using Kind = Expression::Kind;
 
+/// A sub-select of a whole number.
+bool isWholeQuery(const Expression& value) {
+  return value.kind == Kind::Query && (value.type == Type::Long || value.type == Type::Integer);
+}
+
 bool isOrdering(Operator op) { return op != Operator::Equal && op != Operator::NotEqual; }
 
 }  // namespace
@@ -139,10 +144,32 @@ Expression* Typing::compare(Operator op, Expression* left, Expression* right,
   if (isOrdering(op) && left->type == Type::Boolean && right->type == Type::Boolean) {
     operands = {asNumber(left, ""), asNumber(right, "")};
   }
+  if (isWholeQuery(*right) && left->type == Type::Text) {
+    matchWithWholeQuery(operands[0], operands[1]);
+  } else if (isWholeQuery(*left) && right->type == Type::Text) {
+    matchWithWholeQuery(operands[1], operands[0]);
+  }
   matchForComparison(operands, word);
   return make(
       {.kind = Kind::Compare, .type = Type::Boolean, .op = op, .isCondition = true, .word = word},
       operands);
+}
+
+/// A text beside a sub-select of a whole number: the account whose number is the greatest of those
+/// that are numbers. Not every text there is one, and that is no error. The desktop dialect
+/// compares texts, the server dialect numbers.
+void Typing::matchWithWholeQuery(Expression*& text, Expression*& query) {
+  const std::string_view word = text->word;
+  if (!rules_.textsConvertInComparisons) {
+    query = asText(query);
+    return;
+  }
+  Expression* const isNumeric =
+      make({.kind = Kind::Call, .type = Type::Long, .function = Function::IsNumeric, .word = word},
+           {text});
+  text = make(
+      {.kind = Kind::Case, .type = Type::Double, .word = word},
+      {compare(Operator::NotEqual, isNumeric, whole(0, word), word), convert(text, Type::Double)});
 }
 
 /// `number` as true or false when it is the literal of one of these and meets a boolean, so that

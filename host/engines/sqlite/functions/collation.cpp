@@ -43,12 +43,18 @@ int compareWith(const UCollator* collator, std::string_view a, std::string_view 
                           static_cast<std::int32_t>(b.size()), &status);
 }
 
+std::string_view withoutBlanksAtEnd(std::string_view text) noexcept {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 /// The order of texts, with a short way for plain letters, digits and punctuation.
 class TextOrder {
  public:
   TextOrder() : collator_(openCollator(UCOL_SECONDARY)) { fillRanks(); }
 
   [[nodiscard]] int compare(std::string_view a, std::string_view b) const noexcept {
+    a = withoutBlanksAtEnd(a);
+    b = withoutBlanksAtEnd(b);
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
       const std::uint8_t rankA = rank(a[i]);
@@ -134,7 +140,10 @@ int compareTexts(std::string_view a, std::string_view b) noexcept {
   return textOrder().compare(a, b);
 }
 
-std::string collationVersion() { return textOrder().version(); }
+std::string collationVersion() {
+  // What is ours of the order: blanks at the end count for nothing.
+  return textOrder().version() + " without blanks at the end";
+}
 
 void registerCollation(sqlite3* database) {
   void* const order = const_cast<TextOrder*>(&textOrder());  // NOLINT: handed back as const

@@ -97,12 +97,14 @@ void upper(const Call& call) {
              [](icu::UnicodeString& text) { text.toUpper(icu::Locale::getRoot()); });
 }
 
-/// (text, found, start): place of `found` from 1, or 0.
+/// (text, found, start): place of `found` from 1, or 0. No text is in none, or anywhere within.
+template <bool IsAnywhere>
 void find(const Call& call) {
   const std::u32string text = folded(call.text(0));
   const std::u32string found = folded(call.text(1));
   const auto start = static_cast<std::size_t>(std::max<std::int64_t>(call.whole(2), 1)) - 1;
-  const std::size_t place = found.empty() ? std::u32string::npos : text.find(found, start);
+  const bool nothing = found.empty() && (!IsAnywhere || start >= text.size());
+  const std::size_t place = nothing ? std::u32string::npos : text.find(found, start);
   call.returnWhole(place == std::u32string::npos ? 0 : static_cast<std::int64_t>(place) + 1);
 }
 
@@ -117,7 +119,14 @@ void like(const Call& call) {
     fresh = std::make_unique<LikePattern>(call.text(1), wildcards);
     pattern = fresh.get();
   }
-  call.returnWhole(pattern->matches(folded(call.text(0))) ? 1 : 0);
+  std::u32string text = folded(call.text(0));
+  bool matches = pattern->matches(text);
+  // Blanks at the end of a text count for nothing, except where the pattern asks for them.
+  if (!matches && text.ends_with(U' ')) {
+    text.resize(text.find_last_not_of(U' ') + 1);
+    matches = pattern->matches(text);
+  }
+  call.returnWhole(matches ? 1 : 0);
   // The engine may give the pattern up at once, so it is handed over last.
   if (fresh) {
     sqlite3_set_auxdata(call.context(), kPattern, fresh.release(),
@@ -126,10 +135,15 @@ void like(const Call& call) {
 }
 
 constexpr std::array kFunctions{
-    FunctionEntry{"quor_left", 2, left},           FunctionEntry{"quor_right", 2, right},
-    FunctionEntry{"quor_middle", 2, middle},       FunctionEntry{"quor_middle", 3, middle},
-    FunctionEntry{"quor_substring", 3, substring}, FunctionEntry{"quor_lower", 1, lower},
-    FunctionEntry{"quor_upper", 1, upper},         FunctionEntry{"quor_find", 3, find},
+    FunctionEntry{"quor_left", 2, left},
+    FunctionEntry{"quor_right", 2, right},
+    FunctionEntry{"quor_middle", 2, middle},
+    FunctionEntry{"quor_middle", 3, middle},
+    FunctionEntry{"quor_substring", 3, substring},
+    FunctionEntry{"quor_lower", 1, lower},
+    FunctionEntry{"quor_upper", 1, upper},
+    FunctionEntry{"quor_find", 3, find<false>},
+    FunctionEntry{"quor_find_from", 3, find<true>},
     FunctionEntry{"quor_like", 3, like},
 };
 

@@ -31,6 +31,8 @@ std::string_view callName(Function function) noexcept {
       return "quor_upper";
     case Function::Find:
       return "quor_find";
+    case Function::FindFrom:
+      return "quor_find_from";
     case Function::IsNumeric:
       return "quor_is_numeric";
     case Function::AddToDate:

@@ -144,23 +144,33 @@ void ExpressionWriter::writeLike(const Expression& like) {
 }
 
 void ExpressionWriter::writeCase(const Expression& choice) {
-  const auto part = [&](std::string_view word, const Expression& value, int entries) {
-    const SqlText::Held held(sql_, entries);
-    sql_.add(word);
-    write(value);
-  };
   sql_.add("CASE");
-  const std::size_t pairs = choice.args.size() / 2;
-  for (std::size_t i = 0; i < pairs; ++i) {
-    sql_.add(" WHEN ");
-    {
-      const SqlText::Held held(sql_, kInWhen);
-      writeCondition(*choice.args[2 * i], Asked::Truth);
+  for (const Expression* rest = &choice; rest != nullptr;) {
+    const std::size_t pairs = rest->args.size() / 2;
+    for (std::size_t i = 0; i < pairs; ++i) {
+      writeWhen(*rest->args[2 * i], *rest->args[2 * i + 1]);
     }
-    part(" THEN ", *choice.args[2 * i + 1], kInThen);
+    if (rest->args.size() % 2 == 0) break;
+    const Expression& otherwise = *rest->args.back();
+    // A choice in the ELSE of another one goes on where that ends: chains of choices stay flat.
+    rest = otherwise.kind == Kind::Case ? &otherwise : nullptr;
+    if (rest != nullptr) continue;
+    const SqlText::Held held(sql_, kInElse);
+    sql_.add(" ELSE ");
+    write(otherwise);
   }
-  if (choice.args.size() % 2 != 0) part(" ELSE ", *choice.args.back(), kInElse);
   sql_.add(" END");
+}
+
+void ExpressionWriter::writeWhen(const Expression& condition, const Expression& value) {
+  sql_.add(" WHEN ");
+  {
+    const SqlText::Held held(sql_, kInWhen);
+    writeCondition(condition, Asked::Truth);
+  }
+  sql_.add(" THEN ");
+  const SqlText::Held held(sql_, kInThen);
+  write(value);
 }
 
 void ExpressionWriter::writeSubSelect(const Sql::Tree::Query& query) {

@@ -60,6 +60,7 @@ class ExpressionWriter {
   void writeIn(const Expression& in);
   void writeLike(const Expression& like);
   void writeCase(const Expression& choice);
+  void writeWhen(const Expression& condition, const Expression& value);
   void writeCall(const Expression& call);
   void writeRounding(const Expression& call);
   void writeAggregate(const Expression& aggregate);
