@@ -149,7 +149,20 @@ TEST(Grammar, LimitsNestingAndNotLength) {
   EXPECT_THAT(database.refusal("SELECT 1" + repeated(" + 1", 5000), kServer),
               HasSubstr("200 levels"));
   EXPECT_EQ(database.refusal("SELECT 1 WHERE 1 = 2" + repeated(" OR 1 = 1", 5000), kServer), "");
-  EXPECT_EQ(database.refusal("SELECT 1 WHERE 1 IN (0" + repeated(", 1", 20000) + ")", kServer), "");
+  EXPECT_EQ(database.refusal("SELECT 1 WHERE 1 IN (0" + repeated(", 1", 50000) + ")", kServer), "");
+  EXPECT_THAT(database.rows("SELECT Id FROM A WHERE Paid < 0" + repeated(" OR Id = 7", 30000) +
+                                " OR Flag = 0 OR Id = 1",
+                            kServer),
+              ElementsAre("1"));
+  EXPECT_THAT(database.rows("SELECT Id FROM A WHERE Id <> 9" + repeated(" AND Id <> 7", 30000) +
+                                " AND NOT (Id = 8" + repeated(" OR Id = 6", 20) + ")",
+                            kDesktop),
+              ElementsAre("1"));
+  EXPECT_THAT(database.refusal("SELECT 1 WHERE 1 = 1" + repeated(" OR 1 = 1", 11000), kServer),
+              HasSubstr("at most 10000 conditions"));
+  EXPECT_THAT(
+      database.refusal("SELECT Id FROM A WHERE Id IN (?" + repeated(", ?", 10000) + ")", kServer),
+      HasSubstr("at most 10000 markers"));
   EXPECT_EQ(database.refusal("SELECT 1" + repeated(" UNION ALL SELECT 1", 400), kServer), "");
   EXPECT_THAT(database.refusal("SELECT 1" + repeated(" UNION ALL SELECT 1", 600), kServer),
               HasSubstr("at most 500"));

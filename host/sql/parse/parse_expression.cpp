@@ -164,6 +164,10 @@ Expression* Parser::parsePrimary() {
       return make({.kind = Kind::Date, .word = first.word, .text = literalText(first)}, {});
     case Lexeme::Marker:
       next();
+      if (markers_ == kMostMarkers) {
+        text_.refuse("A statement has at most " + std::to_string(kMostMarkers) + " markers",
+                     first.word);
+      }
       return make({.kind = Kind::Marker, .marker = markers_++, .word = first.word}, {});
     case Lexeme::Null:
       next();

@@ -31,6 +31,8 @@ class Parser {
   /// Expressions, parentheses and sub-selects may be nested this deep.
   static constexpr int kDeepest = 200;
   static constexpr std::size_t kMostTables = 64;
+  /// The time that the storage engine takes for them grows with their square.
+  static constexpr std::uint32_t kMostMarkers = 10'000;
 
   /// One level of nesting, for as long as it lives.
   class Level {

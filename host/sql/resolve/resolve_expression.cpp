@@ -1,6 +1,9 @@
 // Expressions and conditions.
 #include <algorithm>
 #include <array>
+#include <map>
+#include <string>
+#include <utility>
 
 #include "host/sql/resolve/resolver.h"
 
@@ -10,6 +13,15 @@ namespace {
 using Tree::Expression;
 using Kind = Expression::Kind;
 using Written = Syntax::Expression::Kind;
+
+/// Chains of AND and OR that people write by hand are not longer.
+constexpr std::size_t kLongChain = 16;
+/// The engine takes a second or two for them.
+constexpr std::size_t kMostConditions = 10'000;
+
+bool isConstant(const Expression& value) {
+  return value.kind == Kind::Literal || value.kind == Kind::Marker;
+}
 
 }  // namespace
 
@@ -143,7 +155,48 @@ Expression* Resolver::resolveLogic(const Syntax::Expression& logic, Scope& scope
   for (const Syntax::Expression* const operand : logic.args) {
     conditions.push_back(condition(*operand, scope));
   }
+  if (conditions.size() > kLongChain) {
+    foldIntoLists(conditions, logic.op);
+    if (conditions.size() == 1) return conditions.front();
+    if (conditions.size() > kMostConditions) {
+      text_.refuse("AND and OR join at most " + std::to_string(kMostConditions) +
+                       " conditions; say them as `column IN (...)`",
+                   logic.word);
+    }
+  }
   return makeCondition({.kind = Kind::Logic, .op = logic.op, .word = logic.word}, conditions);
+}
+
+/// Makes `a = 1 OR a = 2` a list, `a IN (1, 2)`, and so with AND and `<>`: what is a list to people
+/// is then one to the engine, whose time for a chain grows with the square of its length.
+void Resolver::foldIntoLists(std::vector<Expression*>& conditions, Operator op) {
+  const Operator compared = op == Operator::Or ? Operator::Equal : Operator::NotEqual;
+  std::map<std::pair<const Tree::Source*, std::uint32_t>, std::vector<Expression*>> lists;
+  std::vector<Expression*> rest;
+  for (Expression* const condition : conditions) {
+    const bool compares = condition->kind == Kind::Compare && condition->op == compared;
+    if (!compares || condition->args[0]->kind != Kind::Column || !isConstant(*condition->args[1])) {
+      rest.push_back(condition);
+      continue;
+    }
+    Expression* const column = condition->args[0];
+    std::vector<Expression*>& list = lists[{column->source, column->column}];
+    if (list.empty()) {
+      list.push_back(column);
+      rest.push_back(condition);  // for now, where the list will stand
+    }
+    list.push_back(condition->args[1]);
+  }
+  for (Expression*& condition : rest) {
+    if (condition->kind != Kind::Compare || condition->args[0]->kind != Kind::Column) continue;
+    const auto list = lists.find({condition->args[0]->source, condition->args[0]->column});
+    if (list == lists.end() || list->second.size() <= 2) continue;
+    if (condition->op != compared || condition->args[1] != list->second[1]) continue;
+    condition = makeCondition(
+        {.kind = Kind::InList, .negated = op == Operator::And, .word = condition->word},
+        list->second);
+  }
+  conditions = std::move(rest);
 }
 
 Expression* Resolver::resolveBetween(const Syntax::Expression& between, Scope& scope) {

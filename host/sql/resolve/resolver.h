@@ -121,6 +121,7 @@ class Resolver {
   Tree::Expression* findColumn(const Syntax::Expression& name, const Scope& scope);
   Tree::Expression* column(Tree::Source* source, std::uint32_t index, std::string_view word);
   Tree::Expression* resolveLogic(const Syntax::Expression& logic, Scope& scope);
+  void foldIntoLists(std::vector<Tree::Expression*>& conditions, Operator op);
   Tree::Expression* resolveBetween(const Syntax::Expression& between, Scope& scope);
   Tree::Expression* resolveInList(const Syntax::Expression& in, Scope& scope);
   Tree::Expression* resolveInQuery(const Syntax::Expression& in, Scope& scope);

@@ -57,7 +57,7 @@ std::int64_t wholePart(std::int64_t units, Rounding rounding) {
 }  // namespace
 
 Expression* Typing::make(Expression node, std::span<Expression* const> args) {
-  if (++nodes_ > kMostNodes) {
+  if (++nodes_ > kFurtherNodes + text_.all().size()) {
     text_.refuse("The statement grows too large when its aliases are put in", node.word);
   }
   if (!args.empty()) node.args = arena_.list(args);

@@ -89,7 +89,8 @@ class Typing {
   Tree::Expression* asText(Tree::Expression* value) { return convert(value, Type::Text); }
 
  private:
-  static constexpr std::size_t kMostNodes = 100'000;
+  /// As many as the text can say, and some for what its aliases bring.
+  static constexpr std::size_t kFurtherNodes = 100'000;
 
   Tree::Expression* convertLiteral(Tree::Expression* literal, Type to, Rounding rounding);
   std::optional<std::int64_t> literalUnits(const Tree::Expression& literal, Type to,
