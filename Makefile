@@ -26,7 +26,7 @@ demo: build ## build, make a sample company, print its aged receivables
 	$(QUORACC) aging customers --company $(DEMO)
 
 build: packages build/release/build.ninja ## the release build: build/release/bin/quoracc
-	@cmake --build --preset release -j $(JOBS) --target product
+	@cmake --build --preset release -j $(JOBS) --target quoracc_product
 
 test: packages build/release/build.ninja ## the release build with its tests, and run them
 	@cmake --build --preset release -j $(JOBS)

@@ -16,5 +16,6 @@ void addDescribe(CLI::App& program, Action& action);
 void addCall(CLI::App& program, Action& action);
 void addSql(CLI::App& program, Action& action);
 void addAging(CLI::App& program, Action& action);
+void addManual(CLI::App& program, Action& action);
 
 }  // namespace QuorCli

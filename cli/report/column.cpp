@@ -21,6 +21,7 @@ ValueType typeOf(CellKind kind) noexcept {
     case CellKind::Date:
       return ValueType::Date;
     case CellKind::Number:
+    case CellKind::Key:
       return ValueType::Long;
     case CellKind::Money:
     case CellKind::MoneyPart:
@@ -55,6 +56,8 @@ std::string cellText(CellKind kind, const Value& value, int decimals) {
       return value.toDate().empty() ? std::string() : value.toDate().dateOnly().toText();
     case CellKind::Number:
       return grouped(value.toLong());
+    case CellKind::Key:
+      return std::to_string(value.toLong());
     case CellKind::Money:
       return amountText(value.toCurrency());
     case CellKind::MoneyPart:

@@ -17,8 +17,10 @@ enum class CellKind : std::uint8_t {
   /// A text that may be cut where the sheet is narrow.
   Name,
   Date,
-  /// A whole number: keys, counts, days.
+  /// A whole number that counts something.
   Number,
+  /// A whole number that names something, without commas.
+  Key,
   Money,
   /// A part of a sum of money; a part of nothing stays blank, or is a dash in a total.
   MoneyPart,

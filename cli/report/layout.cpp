@@ -46,7 +46,7 @@ void Layout::growDecimals(std::size_t column, int decimals) {
 
 bool Layout::standsRight(std::size_t column) const {
   const CellKind kind = columns_[column].kind;
-  return kind == CellKind::Number || isFigure(kind);
+  return kind == CellKind::Number || kind == CellKind::Key || isFigure(kind);
 }
 
 std::size_t Layout::leastWidth(std::size_t first, std::size_t end) const {

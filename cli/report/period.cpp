@@ -24,6 +24,12 @@ void addAsOf(CLI::App& command, std::optional<std::string>& asOf) {
       ->type_name("DATE");
 }
 
+void checkDays(const std::optional<std::string>& from, const std::optional<std::string>& to) {
+  const Date first = from ? parseDay("--from", *from) : Date();
+  const Date last = to ? parseDay("--to", *to) : Date();
+  if (from && to && last < first) throw UsageError("--to " + *to + " comes before --from " + *from);
+}
+
 Date dayOf(const std::optional<std::string>& asOf, Date sessionDate) {
   return asOf ? parseDay("--as-of", *asOf) : sessionDate;
 }

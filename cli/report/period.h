@@ -19,6 +19,9 @@ namespace QuorCli {
 /// Adds `--as-of`; the report's day is the session date without it.
 void addAsOf(CLI::App& command, std::optional<std::string>& asOf);
 
+/// Raises `UsageError` for a `--from` or `--to` that is no day, and for a `--to` before `--from`.
+void checkDays(const std::optional<std::string>& from, const std::optional<std::string>& to);
+
 /// The day that `asOf` gives, or else the session date.
 [[nodiscard]] QuorDataLib::Date dayOf(const std::optional<std::string>& asOf,
                                       QuorDataLib::Date sessionDate);

@@ -24,6 +24,10 @@ struct ReportForm {
   bool headingInGroups = false;
   /// Blanks before each line, in steps of two; headings of groups stand before their lines.
   int depth = 1;
+  /// Totals of the whole, also where there is no line.
+  bool always = false;
+  /// Bars for the shares of parts below totals on a terminal.
+  bool bars = false;
   /// Lines to print at most.
   std::optional<std::int64_t> limit;
 };

@@ -66,11 +66,11 @@ class Sheet : public Report {
 
   void summary(const std::string& heading) override {
     open_.clear();
-    if (told_ > 0) keep({Event::Kind::Summary, 0, {}, heading, {}, {}});
+    if (hasTotals()) keep({Event::Kind::Summary, 0, {}, heading, {}, {}});
   }
 
   void grandTotal(Weight weight, const std::string& label, Line values) override {
-    if (told_ > 0) keep({Event::Kind::Total, 0, weight, label, {}, shownOf(std::move(values))});
+    if (hasTotals()) keep({Event::Kind::Total, 0, weight, label, {}, shownOf(std::move(values))});
   }
 
   void note(const std::string& text) override { notes_.push_back({text, false}); }
@@ -80,7 +80,7 @@ class Sheet : public Report {
 
   void end() override {
     flush();
-    if (told_ == 0) write("\nNothing to show.");
+    if (!hasTotals()) write("\nNothing to show.");
     if (printed_ < told_) {
       write(console_.faint("The first " + grouped(printed_) + " of " + grouped(told_) + " " +
                            form_.lines + " are printed; the totals are of all of them."));
@@ -110,6 +110,8 @@ class Sheet : public Report {
     std::string rest;
     Line values;
   };
+
+  [[nodiscard]] bool hasTotals() const { return told_ > 0 || form_.always; }
 
   Line shownOf(Line values) const {
     Line shown;
@@ -211,7 +213,7 @@ class Sheet : public Report {
                                    : static_cast<std::size_t>(2 * event.level);
     printCells(event.text, indent, event.values, true);
     if (event.weight == Weight::Grand) rule(event.values, '=');
-    if (console_.outIsTerminal) shares(event.values);
+    if (form_.bars && console_.outIsTerminal) shares(event.values);
   }
 
   /// The cells of a line; a total has a label in the place of what stands before its figures.

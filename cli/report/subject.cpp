@@ -80,6 +80,7 @@ const SubjectKind kSuppliers{"supplier", "Supp", "InSuppId", "SuppId", "Name"};
 const SubjectKind kItems{"item", "Item", "InItemId", "ItemId", "Descr1"};
 const SubjectKind kAccounts{"account", "GLAcct", "InGLAcctId", "GLAcctId", "Descr"};
 const SubjectKind kProjects{"project", "Proj", "InProjId", "ProjId", "Descr"};
+const SubjectKind kWarehouses{"warehouse", "Warehouse", "InWarehouseId", "WarehouseId", "Descr"};
 
 Subject findSubject(const SubjectKind& kind, const std::string& word, const Session& session) {
   const std::vector<Subject> coded =

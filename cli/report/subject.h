@@ -24,6 +24,7 @@ extern const SubjectKind kSuppliers;
 extern const SubjectKind kItems;
 extern const SubjectKind kAccounts;
 extern const SubjectKind kProjects;
+extern const SubjectKind kWarehouses;
 
 struct Subject {
   std::int32_t key = 0;

@@ -64,6 +64,28 @@ TEST_F(Binary, keepsColourAndProgressForTerminals) {
       shell("$Q company create \"$F-2\" --sample --force 2>&1 >/dev/null; rm -f \"$F-2\"").out, "");
 }
 
+TEST_F(Binary, fitsReportsToTheWidthSaid) {
+  const std::string longest = " $Q aging customers --company \"$F\" | wc -L";
+  const int natural = std::stoi(shell("COLUMNS=200" + longest).out);
+  EXPECT_LE(std::stoi(shell("COLUMNS=60" + longest).out), 60);
+  EXPECT_GT(natural, 60);
+  EXPECT_LE(natural, 200);
+}
+
+TEST_F(Binary, completesItsCommandsInBash) {
+  const auto completed = [](const std::string& words) {
+    return shell("source <($Q completion bash); COMP_WORDS=(quoracc " + words +
+                 "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _quoracc; echo \"${COMPREPLY[*]}\"")
+        .out;
+  };
+  EXPECT_EQ(completed("comp"), "company completion\n");
+  EXPECT_EQ(completed("company cr"), "create\n");
+  EXPECT_EQ(completed("company create books --sa"), "--sample\n");
+  EXPECT_EQ(completed("aging cu"), "customers\n");
+  EXPECT_EQ(completed("aging customers --engine d"), "desktop\n");
+  EXPECT_EQ(completed("aging customers --as-of --a"), "\n");
+}
+
 TEST_F(Binary, everyFormatHasTheSameRows) {
   const std::string query = "$Q sql 'SELECT InInvoiId FROM InvoiHdr' --company \"$F\" --format ";
   EXPECT_EQ(shell(query + "csv | tail -n +2 | tr -d '\\r'").out,

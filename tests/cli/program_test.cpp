@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -98,7 +99,9 @@ TEST(Program, helpAndVersionGoToStandardOutput) {
                                                        {"describe"},
                                                        {"call"},
                                                        {"sql"},
-                                                       {"aging"}};
+                                                       {"aging"},
+                                                       {"manual"},
+                                                       {"completion"}};
   for (std::vector<std::string> command : commands) {
     command.emplace_back("--help");
     const Outcome outcome = runProgram(command);
@@ -107,6 +110,21 @@ TEST(Program, helpAndVersionGoToStandardOutput) {
     EXPECT_THAT(outcome.err, IsEmpty());
   }
   EXPECT_THAT(runProgram({"--version"}).out, testing::MatchesRegex("quoracc [0-9.]+\n"));
+}
+
+TEST(Program, theManualHasEveryCommandInMacrosThatManKnows) {
+  const std::string page = runProgram({"manual"}).out;
+  for (const std::string heading : {".SS quoracc company create\n", ".SS quoracc aging\n",
+                                    ".SH EXIT STATUS\n", "\\fB\\-\\-limit\\fR \\fIN\\fR\n"}) {
+    EXPECT_THAT(page, HasSubstr(heading));
+  }
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_FALSE(line.empty()) << "a blank line is no macro";
+    if (line.starts_with('.')) {
+      EXPECT_THAT(line.substr(0, 3), testing::AnyOf(".TH", ".SH", ".SS", ".TP", ".PP"));
+    }
+  }
 }
 
 TEST(Program, describesEveryMemberOfEveryClass) {

@@ -44,7 +44,7 @@ std::string AgingPage::title() const {
 std::vector<Column> AgingPage::columns() const {
   using enum CellKind;
   using enum Audience;
-  std::vector<Column> columns{{"", "PartyId", Number, Programs}};
+  std::vector<Column> columns{{"", "PartyId", Key, Programs}};
   if (context_.summary) {
     columns.insert(columns.end(), {{"Code", "PartyCode", Code, Everyone},
                                    {"Name", "PartyName", Name, Everyone},
@@ -56,8 +56,8 @@ std::vector<Column> AgingPage::columns() const {
                                    {"", "Currency", Code, Programs},
                                    {"Document", "", Code, People},
                                    {"Type", "Kind", Name, Everyone},
-                                   {"", "Type", Number, Programs},
-                                   {"", "DocumentId", Number, Programs},
+                                   {"", "Type", Key, Programs},
+                                   {"", "DocumentId", Key, Programs},
                                    {"", "Number", Code, Programs},
                                    {"Date", "Date", Date, Everyone}});
     if (context_.by == AgeBy::Due) columns.push_back({"Due", "DueDate", Date, Everyone});
@@ -82,6 +82,7 @@ void AgingPage::begin() {
                  .lines = summary ? std::string(source.parties) : "documents",
                  .headingInGroups = !summary,
                  .depth = summary && !context_.byCurrency ? 0 : 1,
+                 .bars = true,
                  .limit = context_.limit},
                 std::move(all));
 }

@@ -3,7 +3,7 @@
 find_package(SQLite3 REQUIRED)
 find_package(ICU REQUIRED COMPONENTS i18n uc)
 
-add_library(quoracc_sqlite_sql STATIC
+add_library(quoracc_sqlite_sql
   ${CMAKE_CURRENT_LIST_DIR}/functions/collation.cpp
   ${CMAKE_CURRENT_LIST_DIR}/functions/date_functions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/functions/functions.cpp
