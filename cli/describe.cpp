@@ -9,6 +9,7 @@
 #include "cli/words/member_text.h"
 #include "cli/words/names.h"
 #include "cli/words/options.h"
+#include "platform/contracts.h"
 
 namespace QuorCli {
 namespace {
@@ -33,17 +34,24 @@ Entry everythingOf(const ClassInfo& info) {
   return entry;
 }
 
-/// What `path` names: everything, a class, or the entries of one member.
-std::vector<Entry> entriesOf(const std::string& path) {
+/// The class or contract of that name.
+const ClassInfo& tableNamed(const std::string& name) {
+  const ClassInfo* const contract = QuorDataLib::findContract(name);
+  return contract != nullptr ? *contract : classNamed(name);
+}
+
+/// What `path` names: all classes (or contracts), one of them, or the entries of one member.
+std::vector<Entry> entriesOf(const std::string& path, bool contracts) {
   std::vector<Entry> entries;
   if (path.empty()) {
-    for (const ClassInfo* const info : QuorAccQueries::allClasses()) {
+    for (const ClassInfo* const info :
+         contracts ? QuorDataLib::allContracts() : QuorAccQueries::allClasses()) {
       entries.push_back(everythingOf(*info));
     }
     return entries;
   }
   const std::size_t dot = path.find('.');
-  Entry entry = everythingOf(classNamed(path.substr(0, dot)));
+  Entry entry = everythingOf(tableNamed(path.substr(0, dot)));
   if (dot != std::string::npos) {
     const std::string name = path.substr(dot + 1);
     std::vector<std::string_view> names;
@@ -84,11 +92,13 @@ ordered_json memberJson(const Member& member) {
     ordered_json json{{"name", argument.name}};
     json.update(typeJson(argument.type));
     json["byReference"] = argument.byReference;
+    if (argument.byReference) json["written"] = argument.written;
     arguments.push_back(std::move(json));
   }
-  ordered_json json{{"name", member.name}, {"kind", kindName(member.kind)}};
+  ordered_json json{
+      {"name", member.name}, {"kind", kindName(member.kind)}, {"number", member.number}};
   json["arguments"] = std::move(arguments);
-  json["result"] = member.result.type == ValueType::Empty ? nullptr : typeJson(member.result);
+  json["result"] = member.result ? typeJson(*member.result) : ordered_json(nullptr);
   json["summary"] = member.summary;
   return json;
 }
@@ -125,21 +135,25 @@ void printText(const std::vector<Entry>& entries, Console& console) {
 void addDescribe(CLI::App& program, Action& action) {
   struct Options {
     std::string path;
+    bool contracts = false;
     bool json = false;
   };
   const auto options = std::make_shared<Options>();
   CLI::App& command = *program.add_subcommand(
       "describe", "Show the component's classes, their members, arguments and results");
-  command.add_option("NAME", options->path, "CLASS or CLASS.MEMBER; everything without it")
+  command.add_option("NAME", options->path, "CLASS or CLASS.MEMBER; all classes without it")
       ->option_text(" ");
+  command.add_flag("--contracts", options->contracts,
+                   "Show the contracts that a host implements, in place of all classes");
   addChoice<bool>(command, "--format", options->json, {{"text", false}, {"json", true}},
                   "How it is shown [text]");
   command.footer(
-      "Arguments are shown as NAME TYPE, those by reference as NAME &TYPE; -> stands before\n"
-      "the result, = before the type of a property that can be assigned.");
+      "Arguments are shown as NAME TYPE, those by reference as NAME &TYPE, or as NAME const &TYPE\n"
+      "where the member never writes to them; -> stands before the result, = before the type of\n"
+      "a property that can be assigned. The type is any where every type will do.");
   command.callback([&action, options] {
     action = [options](Console& console) {
-      const std::vector<Entry> entries = entriesOf(options->path);
+      const std::vector<Entry> entries = entriesOf(options->path, options->contracts);
       options->json ? printJson(entries, console) : printText(entries, console);
       return kDone;
     };

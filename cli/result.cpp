@@ -4,12 +4,14 @@
 
 #include "cli/print/row_printer.h"
 #include "core/member_table.h"
+#include "platform/collection.h"
 
 namespace QuorCli {
 namespace {
 
 using QuorAccQueries::ComponentObject;
 using QuorAccQueries::Member;
+using QuorDataLib::Collection;
 using QuorDataLib::Recordset;
 using QuorDataLib::Ref;
 using QuorDataLib::Value;
@@ -39,18 +41,49 @@ std::vector<NamedValue> flattened(const Value& result) {
   return properties;
 }
 
+/// A collection, or an empty reference for any other value.
+Ref<Collection> collectionIn(const Value& value) {
+  if (value.type() != ValueType::Object) return nullptr;
+  return value.toObject().as<Collection>();
+}
+
+std::vector<Value> valuesOf(const std::vector<NamedValue>& columns) {
+  std::vector<Value> values;
+  values.reserve(columns.size());
+  for (const NamedValue& column : columns) values.push_back(column.value);
+  return values;
+}
+
+/// Prints the values of a collection as rows: of one column, or of the properties that its objects
+/// have. The columns are those of the first value.
+void printItems(const Collection& collection, RowPrinter& printer) {
+  const std::vector<Value>& items = collection.values();
+  std::vector<ColumnHead> heads{{"result", ValueType::Empty}};
+  if (!items.empty()) {
+    heads.clear();
+    for (const NamedValue& column : flattened(items.front())) {
+      heads.push_back({std::string(column.name), column.value.type()});
+    }
+  }
+  const std::size_t width = heads.size();
+  printer.begin(std::move(heads));
+  for (const Value& item : items) {
+    std::vector<Value> values = valuesOf(flattened(item));
+    values.resize(width, Value::null());
+    printer.row(values);
+  }
+}
+
 void printCsv(std::vector<NamedValue> columns, std::span<const NamedValue> outputs,
               Console& console) {
   columns.insert(columns.end(), outputs.begin(), outputs.end());
   std::vector<ColumnHead> heads;
-  std::vector<Value> values;
   for (const NamedValue& column : columns) {
     heads.push_back({std::string(column.name), column.value.type()});
-    values.push_back(column.value);
   }
   const auto printer = makeRowPrinter(Format::Csv, console);
   printer->begin(std::move(heads));
-  printer->row(values);
+  printer->row(valuesOf(columns));
   printer->end(true, {});
 }
 
@@ -69,6 +102,13 @@ void printText(const std::vector<NamedValue>& columns, bool isObject,
 
 void printValue(const Value& result, std::span<const NamedValue> outputs, Format format,
                 Console& console) {
+  const bool isJson = format == Format::Json || format == Format::Jsonl;
+  if (const Ref<Collection> collection = collectionIn(result); collection && !isJson) {
+    const auto printer = makeRowPrinter(format, console);
+    printItems(*collection, *printer);
+    printer->end(true, outputs);
+    return;
+  }
   switch (format) {
     case Format::Json:
     case Format::Jsonl:

@@ -6,12 +6,14 @@
 
 #include "cli/print/value_text.h"
 #include "core/member_table.h"
+#include "platform/collection.h"
 
 namespace QuorCli {
 namespace {
 
 using QuorAccQueries::ComponentObject;
 using QuorAccQueries::Member;
+using QuorDataLib::Collection;
 using QuorDataLib::Object;
 using QuorDataLib::Ref;
 using QuorDataLib::Value;
@@ -33,10 +35,24 @@ void appendDouble(std::string& out, const Value& value) {
 
 void append(std::string& out, const Value& value, int depth);
 
+void appendItems(std::string& out, const Collection& collection, int depth) {
+  out += '[';
+  std::string_view separator;
+  for (const Value& item : collection.values()) {
+    out += separator;
+    append(out, item, depth + 1);
+    separator = ",";
+  }
+  out += ']';
+}
+
 void appendObject(std::string& out, const Ref<Object>& object, int depth) {
   if (!object) {
     out += "null";
     return;
+  }
+  if (const auto collection = object.as<Collection>(); collection && depth < kDeepest) {
+    return appendItems(out, *collection, depth);
   }
   out += '{';
   if (const auto component = object.as<ComponentObject>(); component && depth < kDeepest) {

@@ -19,12 +19,13 @@ struct NamedValue {
 void appendJsonString(std::string& out, std::string_view text);
 
 /// Appends a value: null and Empty as null, currency and dates as strings, a double that is no
-/// finite number as null, an object of the component as an object of its readable properties.
+/// finite number as null, a collection as an array, an object of the component as an object of its
+/// readable properties.
 /// Raises what reading a property raises.
 void appendJson(std::string& out, const QuorDataLib::Value& value);
 
-/// Appends a value with its type: `{"type":"currency","value":"15.0000"}`; an object of the
-/// component as `appendJson` does, since its properties speak for themselves.
+/// Appends a value with its type: `{"type":"currency","value":"15.0000"}`; a collection and an
+/// object of the component as `appendJson` does, since their values speak for themselves.
 void appendJsonTyped(std::string& out, const QuorDataLib::Value& value);
 
 /// Appends an object of typed values by name.

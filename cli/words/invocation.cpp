@@ -7,6 +7,7 @@
 #include "cli/print/value_text.h"
 #include "cli/words/member_text.h"
 #include "cli/words/names.h"
+#include "platform/collection.h"
 
 namespace QuorCli {
 namespace {
@@ -15,6 +16,8 @@ using QuorAccQueries::Argument;
 using QuorAccQueries::ClassInfo;
 using QuorAccQueries::ComponentObject;
 using QuorAccQueries::Member;
+using QuorDataLib::Collection;
+using QuorDataLib::make;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 
@@ -35,13 +38,34 @@ std::size_t indexOf(const Target& target, std::string_view name) {
   return static_cast<std::size_t>(found - arguments.begin());
 }
 
+bool isCollection(const Argument& argument) {
+  return argument.type.className == Collection::kClassName;
+}
+
 std::vector<Value> emptyValues(const Member& member) {
   std::vector<Value> values;
   values.reserve(member.arguments.size());
   for (const Argument& argument : member.arguments) {
-    values.push_back(emptyValue(argument.type.type));
+    values.push_back(isCollection(argument) ? make<Collection>() : emptyValue(argument.type.type));
   }
   return values;
+}
+
+/// The collection that a list of values separated by commas writes: whole numbers where they read
+/// as such, otherwise texts. An empty text is an empty collection.
+std::optional<Value> parseCollection(std::string_view text) {
+  std::vector<Value> values;
+  for (bool more = !text.empty(); more;) {
+    const std::size_t comma = text.find(',');
+    const std::string_view item = text.substr(0, comma);
+    std::optional<Value> value = parseValue(item, ValueType::Long);
+    if (!value) value = parseValue(item, ValueType::Text);
+    if (!value) return std::nullopt;
+    values.push_back(*std::move(value));
+    more = comma != std::string_view::npos;
+    if (more) text.remove_prefix(comma + 1);
+  }
+  return make<Collection>(std::move(values));
 }
 
 void assign(ComponentObject& object, std::string_view property, Value value) {
@@ -89,7 +113,7 @@ Target findTarget(std::string_view path) {
 
 std::vector<Value> parseArguments(const Target& target, const std::vector<std::string>& texts) {
   std::vector<Value> values = emptyValues(*target.member);
-  std::vector<bool> given(values.size());
+  std::vector<bool> seen(values.size());
   for (const std::string& text : texts) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos) {
@@ -98,15 +122,17 @@ std::vector<Value> parseArguments(const Target& target, const std::vector<std::s
     const std::size_t index = indexOf(target, std::string_view(text).substr(0, equals));
     const Argument& argument = target.member->arguments[index];
     const std::string name(argument.name);
-    if (given[index]) refuseArguments(target, name + " is given twice.");
-    given[index] = true;
-    if (argument.type.type == ValueType::Object) {
+    if (seen[index]) refuseArguments(target, name + " is given twice.");
+    seen[index] = true;
+    if (argument.type.type == ValueType::Object && !isCollection(argument)) {
       refuseArguments(target, name + " is an object, which the command line cannot give.");
     }
-    std::optional<Value> value = parseValue(text.substr(equals + 1), argument.type.type);
+    const std::string given = text.substr(equals + 1);
+    std::optional<Value> value =
+        isCollection(argument) ? parseCollection(given) : parseValue(given, argument.type.type);
     if (!value) {
-      refuseArguments(target, name + " cannot be '" + text.substr(equals + 1) + "': it takes " +
-                                  std::string(typeInWords(argument.type.type)) + ".");
+      refuseArguments(target, name + " cannot be '" + given + "': it takes " +
+                                  std::string(typeInWords(argument.type)) + ".");
     }
     values[index] = *std::move(value);
   }
@@ -135,9 +161,11 @@ Answer callMember(const Target& target, std::vector<Value> values, const RunOpti
   }
   if (options.cache) assign(*answer.object, kCacheProperty, true);
   answer.result = target.member->invoke(*answer.object, values);
+  // A result of any type may be Empty; only a member that returns nothing has none to print.
+  if (target.member->result && answer.result.isEmpty()) answer.result = Value::null();
   for (std::size_t index = 0; index < values.size(); ++index) {
     const Argument& argument = target.member->arguments[index];
-    if (argument.byReference) answer.outputs.push_back({argument.name, std::move(values[index])});
+    if (argument.written) answer.outputs.push_back({argument.name, std::move(values[index])});
   }
   return answer;
 }

@@ -28,8 +28,9 @@ struct Target {
 [[nodiscard]] Target findTarget(std::string_view path);
 
 /// The values of a call, in the order of the member's arguments, from `NAME=VALUE` texts; what is
-/// left out gets its type's empty value. Raises `UsageError`, listing the arguments, for an unknown
-/// or repeated name, an object, or a text that the argument's type cannot hold.
+/// left out gets its type's empty value. A collection is given as its values, separated by commas.
+/// Raises `UsageError`, listing the arguments, for an unknown or repeated name, any other object,
+/// or a text that the argument's type cannot hold.
 [[nodiscard]] std::vector<QuorDataLib::Value> parseArguments(const Target& target,
                                                              const std::vector<std::string>& texts);
 
@@ -44,7 +45,7 @@ void checkOptions(const Target& target, const RunOptions& options);
 struct Answer {
   QuorDataLib::Ref<QuorAccQueries::ComponentObject> object;
   QuorDataLib::Value result;
-  /// The arguments by reference, in their order.
+  /// The arguments by reference that the member may write to, in their order.
   std::vector<NamedValue> outputs;
 };
 

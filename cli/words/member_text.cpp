@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/print/display_text.h"
+#include "platform/collection.h"
 
 namespace QuorCli {
 
@@ -16,8 +17,8 @@ std::string_view typeInSignature(const TypeInfo& type) noexcept {
   return type.type == ValueType::Empty ? "any" : QuorDataLib::typeName(type.type);
 }
 
-std::string_view typeInWords(ValueType type) noexcept {
-  switch (type) {
+std::string_view typeInWords(const TypeInfo& type) noexcept {
+  switch (type.type) {
     case ValueType::Boolean:
       return "true or false";
     case ValueType::Integer:
@@ -33,8 +34,12 @@ std::string_view typeInWords(ValueType type) noexcept {
     case ValueType::Text:
     case ValueType::Empty:
       return "a text in UTF-8";
-    case ValueType::Null:
     case ValueType::Object:
+      if (type.className == QuorDataLib::Collection::kClassName) {
+        return "texts in UTF-8 or whole numbers, separated by commas";
+      }
+      break;
+    case ValueType::Null:
       break;
   }
   return "no value";
@@ -51,15 +56,15 @@ std::string signature(const Member& member) {
     for (const Argument& argument : member.arguments) {
       text += separator;
       text += argument.name;
-      text += argument.byReference ? " &" : " ";
+      text += argument.written ? " &" : argument.byReference ? " const &" : " ";
       text += typeInSignature(argument.type);
       separator = ", ";
     }
     text += ')';
   }
-  if (member.result.type != ValueType::Empty) {
+  if (member.result) {
     text += " -> ";
-    text += typeInSignature(member.result);
+    text += typeInSignature(*member.result);
   }
   return text;
 }
@@ -75,6 +80,7 @@ std::string argumentList(const Member& member) {
     text += "  ";
     text += typeInSignature(argument.type);
     if (argument.byReference) text += ", by reference";
+    if (argument.byReference && !argument.written) text += " and never written";
   }
   return text;
 }

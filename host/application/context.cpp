@@ -10,6 +10,7 @@ namespace QuorHost {
 namespace {
 
 using QuorCastriaFoundation::CastriaApplication;
+using QuorDataLib::ClassInfo;
 using QuorDataLib::make;
 using QuorDataLib::Object;
 using QuorDataLib::Ref;
@@ -25,7 +26,7 @@ class Registry final : public QuorDataLib::ObjectRegistry {
   explicit Registry(const Ref<CastriaApplication>& foundation)
       : helper_(make<CastriaHelper>(foundation)) {}
 
-  Ref<Object> Find(const std::string& name) override {
+  Ref<Object> Find(const std::string& name, const ClassInfo* /*wanted*/) override {
     if (name == kHelperName) return helper_;
     return nullptr;
   }
@@ -38,7 +39,8 @@ class Factory final : public QuorDataLib::ObjectFactory {
  public:
   explicit Factory(Ref<CastriaApplication> foundation) : foundation_(std::move(foundation)) {}
 
-  Ref<Object> Create(const std::string& classId, std::int32_t /*flag*/) override {
+  Ref<Object> Create(const std::string& classId, std::int32_t /*flag*/,
+                     const ClassInfo* /*wanted*/) override {
     if (!Sql::sameName(classId, kHelperClass)) {
       throw QuorDataLib::Error(kCannotCreateObject, "QuorDataLib.ObjectFactory",
                                "Cannot create an object of the class " + classId +

@@ -35,7 +35,7 @@ std::int32_t HostErrorService::ReportError(std::int32_t number, const std::strin
     case OnError::Continue:
       return QuorDataLib::kContinueAfterStep;
     case OnError::Retry:
-      return retry({number, className, method, line});
+      return retry({className, method, line, number});
     case OnError::Raise:
       break;
   }
@@ -52,6 +52,14 @@ std::int32_t HostErrorService::retry(const ErrorAtStep& error) {
   if (++entry->second <= kMostRetries) return QuorDataLib::kRetryStep;
   retries_.erase(entry);
   return QuorDataLib::kLeaveMethod;
+}
+
+void HostErrorService::RetryEnded(const std::string& className, const std::string& method,
+                                  std::int32_t line) {
+  std::erase_if(retries_, [&](const auto& entry) {
+    const auto& [errorClass, errorMethod, errorLine, number] = entry.first;
+    return errorLine == line && errorMethod == method && errorClass == className;
+  });
 }
 
 }  // namespace QuorHost

@@ -44,15 +44,22 @@ Ref<Connection> connect(const HostOptions& options) {
   return options.store->connect(options.dialect);
 }
 
-Ref<QuorCastriaFoundation::CastriaApplication> makeFoundation(const SharedSources& sources,
-                                                              const Tracing& tracing) {
-  using namespace QuorCastriaFoundation;  // NOLINT(google-build-using-namespace): four names
-  const Ref<CurrencyInfo> currencies =
-      tracing(Ref<CurrencyInfo>(make<FoundationCurrencyInfo>(sources)));
-  return make<FoundationApplication>(
-      tracing(Ref<Settings>(make<FoundationSettings>(sources))),
-      tracing(Ref<Company>(make<FoundationCompany>(sources, currencies))),
-      tracing(Ref<Declares>(make<FoundationDeclares>())));
+/// The company as the host itself asks it: its values show in no trace.
+Ref<QuorCastriaFoundation::Company> makeCompany(const SharedSources& sources,
+                                                const Tracing& tracing) {
+  using QuorCastriaFoundation::CurrencyInfo;
+  return make<FoundationCompany>(sources,
+                                 tracing(Ref<CurrencyInfo>(make<FoundationCurrencyInfo>(sources))));
+}
+
+Ref<QuorCastriaFoundation::CastriaApplication> makeFoundation(
+    const SharedSources& sources, const Ref<QuorCastriaFoundation::Company>& company,
+    const Tracing& tracing) {
+  using QuorCastriaFoundation::Declares;
+  using QuorCastriaFoundation::Settings;
+  return make<FoundationApplication>(tracing(Ref<Settings>(make<FoundationSettings>(sources))),
+                                     tracing(company),
+                                     tracing(Ref<Declares>(make<FoundationDeclares>())));
 }
 
 }  // namespace
@@ -63,6 +70,7 @@ Host::Host(const HostOptions& options) : state_(std::make_shared<State>()) {
   const Tracing tracing(options.trace);
   const Ref<Connection> defaultConnection = tracing(connect(options), "default");
   state_->customConnection = tracing(connect(options), "custom");
+  const Ref<QuorCastriaFoundation::Company> company = makeCompany(sources, tracing);
   state_->application = makeApplication(
       {.dataServices = tracing(Ref<QuorDataLib::DataServices>(make<HostDataServices>(
            sources, defaultConnection, options.dialect, options.store == nullptr))),
@@ -70,8 +78,8 @@ Host::Host(const HostOptions& options) : state_(std::make_shared<State>()) {
            tracing(Ref<QuorDataLib::ErrorService>(make<HostErrorService>(options.onError))),
        .settingsReader =
            tracing(Ref<QuorDataLib::SettingsReader>(make<HostSettingsReader>(sources))),
-       .utility = make<HostUtility>(options.dialect),
-       .foundation = makeFoundation(sources, tracing)});
+       .utility = make<HostUtility>(options.dialect, company),
+       .foundation = makeFoundation(sources, company, tracing)});
 }
 
 Host::~Host() {

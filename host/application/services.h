@@ -71,29 +71,43 @@ class HostErrorService final : public QuorDataLib::ErrorService {
   std::int32_t ReportError(std::int32_t number, const std::string& description,
                            const std::string& component, const std::string& className,
                            const std::string& method, std::int32_t line) override;
+  void RetryEnded(const std::string& className, const std::string& method,
+                  std::int32_t line) override;
 
  private:
-  using ErrorAtStep = std::tuple<std::int32_t, std::string, std::string, std::int32_t>;
+  /// Class, method, line and number of an error.
+  using ErrorAtStep = std::tuple<std::string, std::string, std::int32_t, std::int32_t>;
   [[nodiscard]] std::int32_t retry(const ErrorAtStep& error);
 
   OnError onError_;
-  /// How often each error was retried at its step, until the step was left.
+  /// How often each error was retried at its step, until the step ended.
   std::map<ErrorAtStep, int> retries_;
 };
 
+/// The user reads English or French as they are written in Canada: the company parameter "Language"
+/// says which ("F" is French, anything else English).
 class HostUtility final : public QuorDataLib::Utility {
  public:
-  explicit HostUtility(Sql::Dialect dialect) : dialect_(dialect) {}
+  HostUtility(Sql::Dialect dialect, QuorDataLib::Ref<QuorCastriaFoundation::Company> company)
+      : dialect_(dialect), company_(std::move(company)) {}
   QuorDataLib::Parameters ParameterArray(const std::vector<QuorDataLib::Value>& values) override;
   std::string NullSafe(const std::string& expression, std::int16_t defaultValue,
                        std::int32_t flag) override;
   /// Raises 5 for a month outside 1 to 13.
   std::int32_t DaysInMonth(std::int32_t year, std::int32_t month) override;
-  /// Raises 5 for another class than 2.
+  /// The company parameter "FurtherExpenseAccountTypes", or "6,7" where it is not set. Raises 5 for
+  /// another class than 2, and where the parameter is no list of numbers.
   std::string FurtherAccountTypes(std::int32_t accountClass) override;
+  /// "-$1,234.50" or "-1 234,50 $", with no-break spaces, rounded half away from zero.
+  std::string FormatCurrency(QuorDataLib::Currency amount) override;
+  std::string FormatNumber(QuorDataLib::Currency number) override;
+  std::string DecimalSeparator() override;
 
  private:
+  [[nodiscard]] bool inFrench() const;
+
   Sql::Dialect dialect_;
+  QuorDataLib::Ref<QuorCastriaFoundation::Company> company_;
 };
 
 }  // namespace QuorHost

@@ -154,6 +154,11 @@ class TracedErrorService final : public QuorDataLib::ErrorService {
     return action;
   }
 
+  void RetryEnded(const std::string& className, const std::string& method,
+                  std::int32_t line) override {
+    inner_->RetryEnded(className, method, line);
+  }
+
  private:
   SharedTrace trace_;
   Ref<QuorDataLib::ErrorService> inner_;

@@ -1,7 +1,6 @@
-// The list of the component's public classes, and look-ups in their member tables.
+// The list of the component's public classes.
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "core/queries.h"
 #include "core/value_records.h"
@@ -23,22 +22,6 @@
 #include "terms/trx_rec_helper.h"
 
 namespace QuorAccQueries {
-namespace {
-
-bool sameName(std::string_view a, std::string_view b) noexcept {
-  const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-  return std::ranges::equal(a, b, {}, lower, lower);
-}
-
-}  // namespace
-
-const Member* ClassInfo::find(std::string_view memberName, Member::Kind kind) const noexcept {
-  const auto found = std::ranges::find_if(members, [&](const Member& member) {
-    return member.kind == kind && sameName(member.name, memberName);
-  });
-  return found == members.end() ? nullptr : &*found;
-}
-
 std::span<const ClassInfo* const> allClasses() {
   static const std::array kClasses{
       &CQueries::info(),         &CCustomerQueries::info(),      &CCustomerHelper::info(),
@@ -54,8 +37,9 @@ std::span<const ClassInfo* const> allClasses() {
 
 const ClassInfo* findClass(std::string_view name) noexcept {
   const auto classes = allClasses();
-  const auto found = std::ranges::find_if(
-      classes, [&](const ClassInfo* info) { return sameName(info->name, name); });
+  const auto found = std::ranges::find_if(classes, [&](const ClassInfo* info) {
+    return QuorDataLib::sameMemberName(info->name, name);
+  });
   return found == classes.end() ? nullptr : *found;
 }
 

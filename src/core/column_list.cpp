@@ -20,18 +20,18 @@ std::vector<std::string_view> namesIn(std::string_view list) {
 
 }  // namespace
 
-std::string columnsWithout(const QuorDataLib::Ref<QuorDataLib::Recordset>& rows,
-                           std::string_view table, std::string_view exclusions) {
+void listColumnsWithout(Steps& step, std::string& list,
+                        const QuorDataLib::Ref<QuorDataLib::Recordset>& rows,
+                        std::string_view table, std::string_view exclusions,
+                        std::source_location where) {
   const auto excluded = namesIn(exclusions);
-  std::string list;
-  const std::int32_t count = rows->FieldCount();
+  const std::int32_t count = step([&] { return rows->FieldCount(); }, where);
   for (std::int32_t index = 0; index < count; ++index) {
-    const std::string name = rows->FieldName(index);
-    if (std::ranges::find(excluded, name) != excluded.end()) continue;
+    const std::string name = step([&] { return rows->FieldName(index); }, where);
+    if (name.empty() || std::ranges::find(excluded, name) != excluded.end()) continue;
     if (!list.empty()) list += ", ";
     list.append(table).append(".").append(name);
   }
-  return list;
 }
 
 }  // namespace QuorAccQueries

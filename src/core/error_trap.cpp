@@ -1,29 +1,77 @@
 #include "core/error_trap.h"
 
 #include "platform/current_application.h"
-#include "platform/data_library.h"
 
 namespace QuorAccQueries {
 
-bool Steps::retries(const QuorDataLib::Error& error, std::uint_least32_t line) const {
-  const QuorDataLib::Ref<QuorDataLib::ErrorService> service =
-      QuorDataLib::currentApplication()->Context()->ErrorService();
-  if (!service) throw error;
-  switch (service->ReportError(error.number(), error.description(), std::string(kComponentName),
-                               std::string(className_), std::string(methodName_),
-                               static_cast<std::int32_t>(line))) {
-    case QuorDataLib::kRetryStep:
-      return true;
-    case QuorDataLib::kContinueAfterStep:
-      return false;
-    default:
-      throw Leave{};
+using QuorDataLib::Error;
+using QuorDataLib::ErrorService;
+using QuorDataLib::Ref;
+
+Steps& Steps::untrapped() {
+  thread_local Steps steps({}, {});
+  return steps;
+}
+
+Steps::Attempts::Attempts(Steps& steps, std::uint_least32_t line) : steps_(steps) {
+  if (++steps_.depth_ == 1) steps_.line_ = line;
+}
+
+Steps::Attempts::~Attempts() {
+  --steps_.depth_;
+  if (!retrying_) return;
+  try {
+    retrying_->RetryEnded(std::string(steps_.className_), std::string(steps_.methodName_),
+                          static_cast<std::int32_t>(steps_.line_));
+  } catch (...) {  // NOLINT(bugprone-empty-catch): the step has ended, whatever the service says
   }
 }
 
-QuorDataLib::Error withPlace(std::string_view className, std::string_view memberName,
-                             std::uint_least32_t line) {
-  const QuorDataLib::Error error = QuorDataLib::currentError();
+bool Steps::Attempts::another() {
+  const bool isPart = steps_.depth_ > 1;
+  try {
+    throw;
+  } catch (const Leave&) {
+    throw;
+  } catch (const Skip&) {
+    if (isPart) throw;
+    return false;
+  } catch (...) {
+    if (steps_.passing_ || steps_.className_.empty()) throw;
+    Ref<ErrorService> service;
+    switch (steps_.report(service)) {
+      case QuorDataLib::kRetryStep:
+        retrying_ = service;
+        return true;
+      case QuorDataLib::kContinueAfterStep:
+        if (isPart) throw Skip{};
+        return false;
+      default:
+        throw Leave{};
+    }
+  }
+}
+
+std::int32_t Steps::report(Ref<ErrorService>& service) {
+  const Error error = QuorDataLib::currentError();
+  passing_ = true;
+  service = QuorDataLib::currentApplication()->Context()->ErrorService();
+  if (!service) throw error;
+  const std::int32_t answer = service->ReportError(
+      error.number(), error.description(), std::string(kComponentName), std::string(className_),
+      std::string(methodName_), static_cast<std::int32_t>(line_));
+  passing_ = false;
+  return answer;
+}
+
+void Steps::reportBetweenSteps() {
+  if (passing_) throw;
+  Ref<ErrorService> service;
+  report(service);
+}
+
+Error withPlace(std::string_view className, std::string_view memberName, std::uint_least32_t line) {
+  const Error error = QuorDataLib::currentError();
   std::string description = error.description();
   description.append(" (").append(kComponentName).append(".").append(className);
   description.append(".").append(memberName).append(" component failure at line:");

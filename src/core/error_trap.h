@@ -2,13 +2,15 @@
 #pragma once
 
 #include <concepts>
-#include <optional>
+#include <cstdint>
+#include <functional>
 #include <source_location>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
+#include "platform/data_library.h"
 #include "platform/error.h"
 
 namespace QuorAccQueries {
@@ -18,31 +20,42 @@ inline constexpr std::string_view kComponentName = "QuorAccQueries";
 
 /// Runs the steps of one call of one method under the method's trap.
 ///
-/// A step is a callable without arguments. When it throws, the application's error service is told
+/// A step is one statement of the method: a callable without arguments that makes one call of the
+/// platform and takes over what it gives. When it throws, the application's error service is told
 /// the error, the class, the method and the step's source line, and answers what follows: the step
 /// is done again, the method goes on after it (a step that returns a value then yields its type's
 /// empty value), or the method is left. What the service itself throws passes through to the
 /// caller.
 ///
-/// A step may be done again, so it must not leave half of its work behind when it fails: fetch
-/// first, change afterwards.
+/// A statement that needs several calls (to get at an object, for instance) makes each of them in a
+/// step within its step: such a part is done again alone, while going on leaves the whole
+/// statement, and its line is the statement's.
 class Steps {
  public:
   Steps(std::string_view className, std::string_view methodName)
       : className_(className), methodName_(methodName) {}
 
+  /// Steps of code that runs under no trap: what they throw passes.
+  [[nodiscard]] static Steps& untrapped();
+
   template <std::invocable Step>
   std::invoke_result_t<Step> operator()(
       Step&& step, std::source_location where = std::source_location::current()) {
+    Attempts attempts(*this, where.line());
     while (true) {
-      std::optional<QuorDataLib::Error> error;
       try {
         return step();
       } catch (...) {
-        error = QuorDataLib::currentError();
+        if (!attempts.another()) return std::invoke_result_t<Step>();
       }
-      if (!retries(*error, where.line())) return std::invoke_result_t<Step>();
     }
+  }
+
+  /// A statement along a row of objects: `first` gives the first one, each link is asked of the
+  /// object before it (a member or a callable on the object), and the last one gives the value.
+  template <class First, class... Links>
+  auto along(std::source_location where, First&& first, Links&&... links) {
+    return (*this)([&] { return follow((*this)(first), links...); }, where);
   }
 
  private:
@@ -51,12 +64,48 @@ class Steps {
 
   /// Leaves the method; thrown by a step, caught by the method's own trap and by nothing between.
   struct Leave {};
+  /// Leaves the statement that a part belongs to.
+  struct Skip {};
 
-  /// Reports the error. True to do the step again, false to go on after it; throws `Leave`.
-  bool retries(const QuorDataLib::Error& error, std::uint_least32_t line) const;
+  /// The attempts at one step.
+  class Attempts {
+   public:
+    Attempts(Steps& steps, std::uint_least32_t line);
+    ~Attempts();
+    Attempts(const Attempts&) = delete;
+    Attempts& operator=(const Attempts&) = delete;
+
+    /// Deals with what the step threw; called while it is being handled. True to do the step again,
+    /// false to go on after it; everything else is thrown.
+    bool another();
+
+   private:
+    Steps& steps_;
+    /// The service that answered with a retry.
+    QuorDataLib::Ref<QuorDataLib::ErrorService> retrying_;
+  };
+
+  template <class T, class Link, class... Links>
+  auto follow(const QuorDataLib::Ref<T>& object, Link&& link, Links&&... links) {
+    if constexpr (sizeof...(links) == 0) {
+      return (*this)([&] { return std::invoke(link, *object); });
+    } else {
+      return follow((*this)([&] { return std::invoke(link, *object); }), links...);
+    }
+  }
+
+  /// Reports the error being handled and returns the service's answer.
+  std::int32_t report(QuorDataLib::Ref<QuorDataLib::ErrorService>& service);
+
+  /// Reports an error that was met between steps, which nothing can do again: the method is left,
+  /// whatever the service answers.
+  void reportBetweenSteps();
 
   std::string_view className_;
   std::string_view methodName_;
+  std::uint_least32_t line_ = 0;  // of the statement last reached
+  int depth_ = 0;                 // 1 in a statement, more in its parts
+  bool passing_ = false;          // what is thrown comes from the service and passes
 };
 
 namespace detail {
@@ -82,17 +131,19 @@ auto trap(std::string_view className, std::string_view methodName, Body&& body) 
   using Result =
       typename detail::TrapBody<decltype(&std::remove_cvref_t<Body>::operator())>::Result;
   Steps step(className, methodName);
-  if constexpr (std::is_void_v<Result>) {
+  const auto run = [&](auto&... result) {
     try {
-      body(step);
-    } catch (const Steps::Leave&) {  // NOLINT(bugprone-empty-catch): the method ends here
+      body(step, result...);
+    } catch (const Steps::Leave&) {  // NOLINT(bugprone-empty-catch): the result stands as it is
+    } catch (...) {
+      step.reportBetweenSteps();
     }
+  };
+  if constexpr (std::is_void_v<Result>) {
+    run();
   } else {
     Result result{};
-    try {
-      body(step, result);
-    } catch (const Steps::Leave&) {  // NOLINT(bugprone-empty-catch): the result stands as it is
-    }
+    run(result);
     return result;
   }
 }
@@ -109,7 +160,7 @@ std::invoke_result_t<Action> raisingAgain(
     std::source_location where = std::source_location::current()) {
   try {
     return action();
-  } catch (const std::exception&) {
+  } catch (...) {
     throw withPlace(className, memberName, where.line());
   }
 }

@@ -25,7 +25,7 @@ template <class Query>
 Ref<Query> kept(std::string_view property, Ref<Query>& object, const Ref<Connection>& connection,
                 std::source_location where = std::source_location::current()) {
   return trap(CQueries::kClassName, property, [&](Steps& step, Ref<Query>& result) {
-    if (!object) object = step([] { return make<Query>(); }, where);
+    if (!object) step([&] { object = make<Query>(); }, where);
     step([&] { object->SetCustomConnection(connection); }, where);
     result = object;
   });

@@ -1,6 +1,5 @@
 #include "inventory/inventory_helper.h"
 
-#include "inventory/company_access.h"
 #include "inventory/item_sql.h"
 #include "inventory/movement_codes.h"
 
@@ -9,9 +8,13 @@ namespace QuorAccQueries {
 namespace Sql = ItemSql;
 
 CInventoryHelper::CInventoryHelper()
-    : qtyCostAtSessionDate_(
-          company()->GetParam("QtyCostAtSessionDate", std::int32_t{0}).toBoolean()),
-      engineType_(engineType()) {}
+    : qtyCostAtSessionDate_(askCompany(Steps::untrapped(),
+                                       [](QuorCastriaFoundation::Company& company) {
+                                         return company.GetParam("QtyCostAtSessionDate",
+                                                                 std::int32_t{0});
+                                       })
+                                .toBoolean()),
+      engineType_(engineType(Steps::untrapped())) {}
 
 const ClassInfo& CInventoryHelper::info() {
   static const ClassInfo info = describeClass<CInventoryHelper>(
@@ -97,7 +100,7 @@ const ClassInfo& CInventoryHelper::info() {
 Value CInventoryHelper::firstField(Steps& step, const Statement& statement, Pass pass,
                                    const std::string& column, std::source_location where) {
   Value value;
-  const Ref<Recordset> rows = step([&] { return open(statement, pass); }, where);
+  const Ref<Recordset> rows = open(step, statement, pass, {}, where);
   if (step([&] { return !rows->AtEnd(); }, where)) {
     value = step([&] { return valueOrEmpty(rows, column); }, where);
   }
@@ -109,7 +112,7 @@ Value CInventoryHelper::fieldOfItem(Steps& step, Ref<Recordset>& kept, std::stri
                                     const Statement& one, Pass pass, std::int32_t item,
                                     const std::string& column, std::source_location where) {
   if (!keepsRecordsets()) return firstField(step, one, pass, column, where);
-  if (!kept) kept = step([&] { return open(Statement(all), Pass::Nothing); }, where);
+  if (!kept) kept = open(step, Statement(all), Pass::Nothing, {}, where);
   const std::string criterion = std::string(Sql::kFindItem) + std::to_string(item);
   if (!step([&] { return kept->Find(criterion); }, where)) return {};
   return step([&] { return valueOrEmpty(kept, column); }, where);
@@ -163,7 +166,7 @@ std::int32_t CInventoryHelper::GetPurchAccount(std::int32_t ItemID) {
     const Value account = firstField(step, Statement(Sql::kPurchaseAccount).bind(ItemID),
                                      Pass::Array, "ExPurcAcctId");
     if (account.isEmpty()) {
-      step([&] { result = accountParameter("SuppGLPurchAcct"); });
+      result = accountParameter(step, "SuppGLPurchAcct");
     } else {
       step([&] { result = account.toLong(); });
     }
@@ -175,7 +178,7 @@ std::int32_t CInventoryHelper::GetDiscAccount(std::int32_t ItemID) {
     const Value account = firstField(step, Statement(Sql::kDiscountAccount).bind(ItemID),
                                      Pass::Array, "ExDiscSalesAcctId");
     if (account.isEmpty()) {
-      step([&] { result = accountParameter("CustGLDiscSale"); });
+      result = accountParameter(step, "CustGLDiscSale");
     } else {
       step([&] { result = account.toLong(); });
     }
@@ -184,8 +187,7 @@ std::int32_t CInventoryHelper::GetDiscAccount(std::int32_t ItemID) {
 
 std::string CInventoryHelper::GetItemBarCodeValue(std::int32_t ItemID, Currency Qty) {
   return trap("GetItemBarCodeValue", [&](Steps& step, std::string& result) {
-    const Ref<Recordset> rows =
-        step([&] { return open(Statement(Sql::kItem).bind(ItemID), Pass::Array); });
+    const Ref<Recordset> rows = open(step, Statement(Sql::kItem).bind(ItemID), Pass::Array);
     if (step([&] { return !rows->AtEnd(); })) {
       const bool withQuantity =
           step([&] { return valueOrEmpty(rows, "ChkQtyWithBarCode").toBoolean(); });
@@ -218,9 +220,8 @@ bool CInventoryHelper::ItemInTransactions(std::int32_t ItemID) {
 bool CInventoryHelper::IsReceptionAdjustment(std::int32_t PurcId, std::int32_t PurcDetId,
                                              std::int32_t& RecId) {
   return trap("IsReceptionAdjustment", [&](Steps& step, bool& result) {
-    const Ref<Recordset> rows = step([&] {
-      return open(Statement(Sql::kReceptionOfLine).bind(PurcId).bind(PurcDetId), Pass::Array);
-    });
+    const Ref<Recordset> rows =
+        open(step, Statement(Sql::kReceptionOfLine).bind(PurcId).bind(PurcDetId), Pass::Array);
     if (step([&] { return !rows->AtEnd(); })) {
       const std::int32_t line = step([&] { return valueOrEmpty(rows, "ExRecDetId").toLong(); });
       if (line > 0) {

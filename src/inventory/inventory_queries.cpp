@@ -46,54 +46,48 @@ void before(Statement& statement, const Sql::BeforeTexts& texts, const Position&
   statement.text(Sql::kLowerTransaction).number(at.transaction).text(Sql::kBeforeEnd);
 }
 
-/// The select list of the kit statement; an engine of another type has none.
-std::string_view kitList(std::int16_t engineType) {
-  const bool known =
-      engineType == QuorDataLib::kDesktopEngine || engineType == QuorDataLib::kServerEngine;
-  return known ? Sql::kKitStock.of(engineType) : std::string_view();
-}
-
 }  // namespace
 
 const ClassInfo& CInventoryQueries::info() {
   static const ClassInfo info = describeClass<CInventoryQueries>(
       "Inventory queries: movements, stock, reserved quantities, quantities to receive.",
-      joined(
-          QueryFrame::members(),
-          {
-              method<&CInventoryQueries::OpenQtyOnHand>(
-                  "OpenQtyOnHand", {"ItemID", "WarehouseID", "FromDate", "ToDate"},
-                  "The movements of an item in a period, in ledger order."),
-              method<&CInventoryQueries::OpenQtyReserved>(
-                  "OpenQtyReserved",
-                  {"ItemID", "WarehouseID", "FromDate", "ToDate", "FieldList", "Sorted"},
-                  "What customers' orders and planned assemblies reserve."),
-              method<&CInventoryQueries::OpenQtyToRec>(
-                  "OpenQtyToRec",
-                  {"ItemID", "WarehouseID", "FromDate", "ToDate", "SuppID", "ExpectedOnly",
-                   "WithExpected"},
-                  "What is still to come from suppliers' orders and planned assemblies."),
-              method<&CInventoryQueries::OpenQtyStockProj>(
-                  "OpenQtyStockProj", {"ItemID", "FromDate", "ToDate", "ProjIdList", "ExtraWhere"},
-                  "Stock by item and project."),
-              method<&CInventoryQueries::OpenQtyStock>(
-                  "OpenQtyStock",
-                  {"ItemID", "WarehouseID", "FromDate", "ToDate", "KitKnown", "IsKit",
-                   "ExtraWhere"},
-                  "Stock by item, project and segment; of a kit, how many can be made."),
-              method<&CInventoryQueries::OpenQuantityOnHandBySegmentProject>(
-                  "OpenQuantityOnHandBySegmentProject",
-                  {"ItemID", "AtDate", "CurType", "CurSeqNo", "CurTrxId"},
-                  "An item's stock and running costs just before a position in the ledger."),
-              method<&CInventoryQueries::OpenItemAvgCost>(
-                  "OpenItemAvgCost",
-                  {"ItemID", "AtDate", "WarehouseID", "ProjIdList", "ExtraWhere"},
-                  "The movements that an item's average cost is made of, in ledger order."),
-              method<&CInventoryQueries::OpenItemLastCost>(
-                  "OpenItemLastCost",
-                  {"ItemID", "AtDate", "WarehouseID", "ProjIdList", "ExtraWhere"},
-                  "The movements that an item's last cost is found in, newest first."),
-          }));
+      joined(QueryFrame::members(),
+             {
+                 method<&CInventoryQueries::OpenQtyOnHand>(
+                     "OpenQtyOnHand", {"ItemID", "WarehouseID", "FromDate", "ToDate"},
+                     "The movements of an item in a period, in ledger order."),
+                 method<&CInventoryQueries::OpenQtyReserved>(
+                     "OpenQtyReserved",
+                     {"ItemID", "WarehouseID", "FromDate", "ToDate", "FieldList", "Sorted"},
+                     "What customers' orders and planned assemblies reserve."),
+                 method<&CInventoryQueries::OpenQtyToRec>(
+                     "OpenQtyToRec",
+                     {"ItemID", "WarehouseID", "FromDate", "ToDate", unwritten("SuppID"),
+                      "ExpectedOnly", "WithExpected"},
+                     "What is still to come from suppliers' orders and planned assemblies."),
+                 method<&CInventoryQueries::OpenQtyStockProj>(
+                     "OpenQtyStockProj",
+                     {"ItemID", "FromDate", "ToDate", unwritten("ProjIdList"),
+                      unwritten("ExtraWhere")},
+                     "Stock by item and project."),
+                 method<&CInventoryQueries::OpenQtyStock>(
+                     "OpenQtyStock",
+                     {"ItemID", "WarehouseID", "FromDate", "ToDate", "KitKnown", "IsKit",
+                      "ExtraWhere"},
+                     "Stock by item, project and segment; of a kit, how many can be made."),
+                 method<&CInventoryQueries::OpenQuantityOnHandBySegmentProject>(
+                     "OpenQuantityOnHandBySegmentProject",
+                     {"ItemID", "AtDate", "CurType", "CurSeqNo", "CurTrxId"},
+                     "An item's stock and running costs just before a position in the ledger."),
+                 method<&CInventoryQueries::OpenItemAvgCost>(
+                     "OpenItemAvgCost",
+                     {"ItemID", "AtDate", "WarehouseID", "ProjIdList", "ExtraWhere"},
+                     "The movements that an item's average cost is made of, in ledger order."),
+                 method<&CInventoryQueries::OpenItemLastCost>(
+                     "OpenItemLastCost",
+                     {"ItemID", "AtDate", "WarehouseID", "ProjIdList", "ExtraWhere"},
+                     "The movements that an item's last cost is found in, newest first."),
+             }));
   return info;
 }
 
@@ -105,7 +99,7 @@ Ref<Recordset> CInventoryQueries::OpenQtyOnHand(std::int32_t ItemID, std::int32_
     statement.bind(ItemID).bind(FromDate).bind(ToDate);
     marked(statement, Sql::kOnHandOfWarehouse, WarehouseID);
     statement.text(Sql::kOnHandOrder);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -131,12 +125,12 @@ Ref<Recordset> CInventoryQueries::OpenQtyReserved(std::int32_t ItemID, std::int3
       select(Sql::kSelect, Sql::kReserved);
     }
     if (Sorted) statement.text(Sql::kReservedOrder);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
 Ref<Recordset> CInventoryQueries::OpenQtyToRec(std::int32_t ItemID, std::int32_t WarehouseID,
-                                               Date FromDate, Date ToDate, std::int32_t& SuppID,
+                                               Date FromDate, Date ToDate, std::int32_t SuppID,
                                                bool ExpectedOnly, bool WithExpected) {
   return trap("OpenQtyToRec", [&](Steps& step, Ref<Recordset>& result) {
     step([&] { MUtils::NormalizeDateRange(FromDate, ToDate); });
@@ -160,13 +154,13 @@ Ref<Recordset> CInventoryQueries::OpenQtyToRec(std::int32_t ItemID, std::int32_t
       select(Sql::kToReceive, Sql::kExpected);
     }
     statement.text(Sql::kToReceiveOrder);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
 Ref<Recordset> CInventoryQueries::OpenQtyStockProj(std::int32_t ItemID, Date FromDate, Date ToDate,
-                                                   std::string& ProjIdList,
-                                                   std::string& ExtraWhere) {
+                                                   const std::string& ProjIdList,
+                                                   const std::string& ExtraWhere) {
   return trap("OpenQtyStockProj", [&](Steps& step, Ref<Recordset>& result) {
     step([&] { MUtils::NormalizeDateRange(FromDate, ToDate); });
     Statement statement(Sql::kProjectStock);
@@ -175,7 +169,7 @@ Ref<Recordset> CInventoryQueries::OpenQtyStockProj(std::int32_t ItemID, Date Fro
     marked(statement, Sql::kProjectStockOfItem, ItemID);
     extra(statement, ExtraWhere);
     statement.text(Sql::kProjectStockGroup);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -195,8 +189,11 @@ Ref<Recordset> CInventoryQueries::OpenQtyStock(std::int32_t ItemID, std::int32_t
     step([&] { MUtils::NormalizeDateRange(FromDate, ToDate); });
     Statement statement;
     if (KitKnown ? IsKit : isKit(step, ItemID)) {
-      const std::int16_t engine = step([] { return engineType(); });
-      statement.text(kitList(engine)).text(Sql::kKitStockFrom).bind(FromDate).bind(ToDate);
+      const std::int16_t engine = engineType(step);
+      statement.text(Sql::kKitStock.ofKnown(engine))
+          .text(Sql::kKitStockFrom)
+          .bind(FromDate)
+          .bind(ToDate);
       pasted(statement, Sql::kStockOfWarehouse, WarehouseID);
       statement.text(Sql::kKitComponents);
       pasted(statement, Sql::kOfKit, ItemID);
@@ -209,7 +206,7 @@ Ref<Recordset> CInventoryQueries::OpenQtyStock(std::int32_t ItemID, std::int32_t
       extra(statement, ExtraWhere);
       statement.text(Sql::kStockGroup);
     }
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -226,7 +223,7 @@ Ref<Recordset> CInventoryQueries::OpenQuantityOnHandBySegmentProject(std::int32_
     statement.text(Sql::kLastBefore);
     before(statement, Sql::kOuterBefore, position);
     statement.text(Sql::kBeforePositionGroup);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -245,7 +242,7 @@ Ref<Recordset> CInventoryQueries::OpenItemLastCost(std::int32_t ItemID, Date AtD
                                                    const std::string& ProjIdList,
                                                    const std::string& ExtraWhere) {
   return trap("OpenItemLastCost", [&](Steps& step, Ref<Recordset>& result) {
-    const std::int16_t engine = step([] { return engineType(); });
+    const std::int16_t engine = engineType(step);
     result = openCosts(step, Sql::kLastCost.of(engine), Sql::kNewestFirst,
                        {ItemID, AtDate, WarehouseID, ProjIdList, ExtraWhere});
   });
@@ -262,7 +259,7 @@ Ref<Recordset> CInventoryQueries::openCosts(Steps& step, std::string_view list,
   ofProjects(statement, filter.projects);
   extra(statement, filter.condition);
   statement.text(order);
-  return step([&] { return open(statement, Pass::Array); }, where);
+  return open(step, statement, Pass::Array, {}, where);
 }
 
 }  // namespace QuorAccQueries

@@ -52,7 +52,7 @@ class CInventoryQueries : public QueryFrame {
   /// @param ExpectedOnly  only rows with an expected quantity, with the columns of `WithExpected`
   /// @param WithExpected  adds the supplier's number of the document and the quantity expected
   Ref<Recordset> OpenQtyToRec(std::int32_t ItemID, std::int32_t WarehouseID, Date FromDate,
-                              Date ToDate, std::int32_t& SuppID, bool ExpectedOnly,
+                              Date ToDate, std::int32_t SuppID, bool ExpectedOnly,
                               bool WithExpected);
 
   /// Movements summed by item and project.
@@ -60,7 +60,7 @@ class CInventoryQueries : public QueryFrame {
   /// @param ProjIdList  keys of projects separated by commas, or empty for all
   /// @param ExtraWhere  a further condition, or empty
   Ref<Recordset> OpenQtyStockProj(std::int32_t ItemID, Date FromDate, Date ToDate,
-                                  std::string& ProjIdList, std::string& ExtraWhere);
+                                  const std::string& ProjIdList, const std::string& ExtraWhere);
 
   /// Movements summed by item, project and segment. For a kit, which has no movements of its own:
   /// how many whole kits the components' stock makes in each project and segment. Below zero the

@@ -1,9 +1,7 @@
 // Costs of items, the rules that movements move them by, and what stock is worth.
-#include "inventory/company_access.h"
 #include "inventory/inventory_helper.h"
 #include "inventory/item_sql.h"
 #include "inventory/movement_codes.h"
-#include "platform/current_application.h"
 #include "platform/rounding.h"
 
 namespace QuorAccQueries {
@@ -15,18 +13,14 @@ using QuorDataLib::roundedProduct;
 namespace {
 
 /// Whether stock is valued at its moving average, and not at the last cost.
-bool valuesAtAverage() {
-  return company()->GetParam("CostCalculMeth", std::int32_t{0}).toText() == "0";
-}
-
-/// The connection that the application works on itself.
-Ref<Connection> applicationConnection() {
-  return QuorDataLib::currentApplication()->Context()->DataServices()->DefaultConnection();
-}
-
-QuorDataLib::Parameters arrayOf(const Statement& statement) {
-  return QuorDataLib::currentApplication()->Context()->Utility()->ParameterArray(
-      statement.values());
+bool valuesAtAverage(Steps& step, std::source_location where = std::source_location::current()) {
+  const Value method = askCompany(
+      step,
+      [](QuorCastriaFoundation::Company& company) {
+        return company.GetParam("CostCalculMeth", std::int32_t{0});
+      },
+      where);
+  return step([&] { return method.toText() == "0"; }, where);
 }
 
 constexpr int kCostDecimals = 4;
@@ -40,7 +34,7 @@ Currency CInventoryHelper::KitPart::valueAt(Currency cost) const {
 
 Currency CInventoryHelper::GetInventValue(std::int32_t ItemID, bool UseSessionDate) {
   return trap("GetInventValue", [&](Steps& step, Currency& result) {
-    const bool atAverage = step([] { return valuesAtAverage(); });
+    const bool atAverage = valuesAtAverage(step);
     const Currency quantity =
         step([&] { return GetQtyInStockRange(ItemID, {}, {}, 0, {}, {}, false, UseSessionDate); });
     const Currency cost = step([&] {
@@ -55,7 +49,7 @@ Currency CInventoryHelper::GetInventValue(std::int32_t ItemID, bool UseSessionDa
 void CInventoryHelper::applySessionDate(Steps& step, Date& to, bool useSessionDate,
                                         std::source_location where) const {
   if (!to.empty() || !useSessionDate || !qtyCostAtSessionDate_) return;
-  step([&] { to = company()->SessionDate(); }, where);
+  to = askCompany(step, &QuorCastriaFoundation::Company::SessionDate, where);
 }
 
 Currency CInventoryHelper::GetAvgCostRange(std::int32_t ItemID, Date AtDate,
@@ -145,9 +139,9 @@ Currency CInventoryHelper::GetAssemblyComponentsCost(std::int32_t ItemID, Date A
                                                      const std::string& ExtraWhere,
                                                      bool UseSessionDate) {
   return trap("GetAssemblyComponentsCost", [&](Steps& step, Currency& result) {
-    const bool atAverage = step([] { return valuesAtAverage(); });
+    const bool atAverage = valuesAtAverage(step);
     const Ref<Recordset> rows =
-        step([&] { return open(Statement(Sql::kAssemblyComponents).bind(ItemID), Pass::Array); });
+        open(step, Statement(Sql::kAssemblyComponents).bind(ItemID), Pass::Array);
     bool more = step([&] { return !rows->AtEnd(); });
     while (more) {
       const std::int32_t item = step([&] { return valueOrEmpty(rows, "ExItemID").toLong(); });
@@ -241,7 +235,7 @@ bool CInventoryHelper::IsReceptionAdjustment2(std::int32_t SrcKeyId, std::int32_
     Statement statement(Sql::kReceptionCount);
     statement.number(SrcKeyId).text(Sql::kReceptionCountOfLine).number(DetId);
     statement.text(Sql::kReceptionCountEnd);
-    const Ref<Recordset> rows = step([&] { return open(statement, Pass::Nothing); });
+    const Ref<Recordset> rows = open(step, statement, Pass::Nothing);
     const std::int32_t count = step([&] { return rows->Field(0).toLong(); });
     result = count >= 1;
     step([&] { rows->Close(); });
@@ -251,16 +245,16 @@ bool CInventoryHelper::IsReceptionAdjustment2(std::int32_t SrcKeyId, std::int32_
 void CInventoryHelper::FlagInventoryDirty(bool MarkRows, Date AtDate, std::int32_t CurType,
                                           std::int32_t CurSeqNo) {
   trap("FlagInventoryDirty", [&](Steps& step) {
-    step([] { company()->SetParam("InventGLToDate", std::int32_t{0}); });
+    askCompany(step, [](QuorCastriaFoundation::Company& company) {
+      company.SetParam("InventGLToDate", std::int32_t{0});
+    });
     if (!MarkRows) return;
     Statement statement(Sql::kMarkStale);
     statement.number(CurType).text(Sql::kMarkOfType).number(CurType);
     statement.text(Sql::kMarkOfSequence).number(CurSeqNo).text(Sql::kMarkEnd);
     statement.bind(AtDate).bind(AtDate).bind(AtDate);
-    const Ref<Connection> connection = step([] { return applicationConnection(); });
-    const QuorDataLib::Parameters parameters = step([&] { return arrayOf(statement); });
-    std::int32_t marked = 0;
-    step([&] { connection->Execute(statement.sql(), marked, kFlagSet, parameters); });
+    const Ref<Connection> connection = defaultConnection(step);
+    execute(step, statement, connection);
   });
 }
 

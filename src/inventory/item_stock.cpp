@@ -1,5 +1,4 @@
 // Stock of items, and what kits and assemblies are made of.
-#include "inventory/company_access.h"
 #include "inventory/inventory_helper.h"
 #include "inventory/item_sql.h"
 
@@ -10,8 +9,7 @@ namespace Sql = ItemSql;
 std::vector<CInventoryHelper::KitPart> CInventoryHelper::kitComponents(Steps& step,
                                                                        std::int32_t kit) {
   std::vector<KitPart> components;
-  const Ref<Recordset> rows =
-      step([&] { return open(Statement(Sql::kKitComponents).bind(kit), Pass::Array); });
+  const Ref<Recordset> rows = open(step, Statement(Sql::kKitComponents).bind(kit), Pass::Array);
   bool more = step([&] { return !rows->AtEnd(); });
   while (more) {
     KitPart& component = components.emplace_back();
@@ -42,8 +40,7 @@ Currency CInventoryHelper::quantityOf(Steps& step, std::int32_t item, const Filt
   counted.insert(item);
   Currency sum = ownQuantity(step, item, filter);
   if (!withReplacement) return sum;
-  const Ref<Recordset> rows =
-      step([&] { return open(Statement(Sql::kReplacements).bind(item), Pass::Array); });
+  const Ref<Recordset> rows = open(step, Statement(Sql::kReplacements).bind(item), Pass::Array);
   bool more = step([&] { return !rows->AtEnd(); });
   while (more) {
     const std::int32_t other = step([&] { return valueOrEmpty(rows, "ExItemId").toLong(); });
@@ -136,10 +133,9 @@ bool CInventoryHelper::IsValidAssembly(std::int32_t ItemID, std::string& Compone
 std::string CInventoryHelper::wayBack(Steps& step, std::int32_t item, std::int32_t assembly,
                                       std::set<std::int32_t>& seen, bool& any) {
   seen.insert(assembly);
-  const Ref<Recordset> rows = step([&] {
-    Statement statement(Sql::kAssemblyParts.of(engineType_));
-    return open(statement.text(Sql::kAssemblyPartsOf).bind(assembly), Pass::Array);
-  });
+  Statement statement(Sql::kAssemblyParts.of(engineType_));
+  statement.text(Sql::kAssemblyPartsOf).bind(assembly);
+  const Ref<Recordset> rows = open(step, statement, Pass::Array);
   std::string found;
   bool more = step([&] { return !rows->AtEnd(); });
   while (more && found.empty()) {

@@ -15,11 +15,10 @@ Ref<Recordset> CSupplierQueries::OpenSuppAgingTransactions(
   return trap("OpenSuppAgingTransactions", [&](Steps& step, Ref<Recordset>& result) {
     Date noLowerDate;
     step([&] { MUtils::NormalizeDateRange(noLowerDate, AgingDate); });
-    if (ByCurrency) ByCurrency = step([] { return foreignCurrencyUsed(); });
-    const std::string fields =
-        FieldsList.empty() ? step([&] { return defaultFieldList(ByCurrency); }) : FieldsList;
-    const std::string credits = step([] { return GetAgingSuppPmtCreditsSQL(); });
-    const std::int16_t engine = step([] { return engineType(); });
+    if (ByCurrency) ByCurrency = foreignCurrencyUsed(step);
+    const std::string fields = FieldsList.empty() ? defaultFieldList(step, ByCurrency) : FieldsList;
+    const std::string credits = GetAgingSuppPmtCreditsSQL(step);
+    const std::int16_t engine = engineType(step);
 
     Statement statement;
     if (ByCurrency) statement.text(Sql::kByCurrencyBefore);
@@ -38,27 +37,30 @@ Ref<Recordset> CSupplierQueries::OpenSuppAgingTransactions(
     if (ByCurrency) statement.text(Sql::kByCurrencyAfter);
     statement.text(" ORDER BY ");
     statement.fragment(OrderBy.empty() ? Sql::kDefaultOrder : OrderBy).text("\r\n");
-    step([&] { result = open(statement, Pass::Array, kFlagNone); });
+    result = open(step, statement, Pass::Array, {.flag = kFlagNone});
   });
 }
 
-std::string CSupplierQueries::defaultFieldList(bool byCurrency) {
+std::string CSupplierQueries::defaultFieldList(Steps& step, bool byCurrency) {
   std::string list(Sql::kSelectDocument);
-  list += nullSafe("SuppAgingList_View.DocCredit", 0);
+  list += nullSafe(step, "SuppAgingList_View.DocCredit", 0);
   list += Sql::kSelectDocCredit;
-  list += nullSafe("SuppAgingList_View.PurcCredit", 0);
+  list += nullSafe(step, "SuppAgingList_View.PurcCredit", 0);
   list += Sql::kSelectPurcCredit;
-  list += GetAgingSuppFieldsList(std::string(Sql::kColumnsBesideDocument));
+  step([&] { list += GetAgingSuppFieldsList(std::string(Sql::kColumnsBesideDocument)); });
   list += Sql::kSelectParty;
   if (byCurrency) {
-    return list + nullSafe("SuppAgingList_View.ExCurrencyId", 1) + " As InnerViewExCurrencyId ";
+    list += nullSafe(step, "SuppAgingList_View.ExCurrencyId", 1);
+    return list + " As InnerViewExCurrencyId ";
   }
-  return list + "SuppAgingList_View.ExCurrencyId, " + GetAgingCurrencyFieldsList();
+  list += "SuppAgingList_View.ExCurrencyId, ";
+  step([&] { list += GetAgingCurrencyFieldsList(); });
+  return list;
 }
 
-std::string CSupplierQueries::GetAgingSuppPmtCreditsSQL() {
+std::string CSupplierQueries::GetAgingSuppPmtCreditsSQL(Steps& step) {
   std::string text(Sql::kCredits);
-  text += Sql::kCreditBalance.of(engineType());
+  text += Sql::kCreditBalance.of(engineType(step));
   text += Sql::kCreditApplications;
   return text;
 }

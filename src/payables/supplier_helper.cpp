@@ -21,44 +21,42 @@ const ClassInfo& CSupplierHelper::info() {
 Currency CSupplierHelper::GetSuppBalance(std::int32_t SuppId, Date BalanceDate) {
   return trap("GetSuppBalance", [&](Steps& step, Currency& result) {
     const Ref<Recordset> rows = reuse(step, balances_, {BalanceDate, SuppId}, [&] {
-      return queries_->OpenSuppBalance(SuppId, BalanceDate, 0, {});
+      return step([&] { return queries_->OpenSuppBalance(SuppId, BalanceDate, 0, {}); });
     });
-    step([&] {
-      if (!rows->AtEnd()) result = valueOrEmpty(rows, "SuppBalance").toCurrency();
-    });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) readField(step, rows, "SuppBalance", result);
+    release(step, rows);
   });
 }
 
 Ref<CSupplierPmtInfo> CSupplierHelper::GetLastPmtInfo(std::int32_t SuppId) {
   return trap("GetLastPmtInfo", [&](Steps& step, Ref<CSupplierPmtInfo>& result) {
     result = make<CSupplierPmtInfo>();
-    const Ref<Recordset> rows =
-        reuse(step, lastPayments_, {SuppId}, [&] { return queries_->OpenSuppLastPmt(SuppId); });
-    step([&] {
-      if (rows->AtEnd()) return;
-      result->SetLastPmtDate(valueOrEmpty(rows, "LastPmt").toDate());
-      result->SetLastPmtAmnt(valueOrEmpty(rows, "PmtTotAmnt").toCurrency());
-      result->SetLastPmtCode(valueOrEmpty(rows, "Code").toLong());
-      result->SetLastPmtType(valueOrEmpty(rows, "Type").toText());
+    const Ref<Recordset> rows = reuse(step, lastPayments_, {SuppId}, [&] {
+      return step([&] { return queries_->OpenSuppLastPmt(SuppId); });
     });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) {
+      step([&] { result->SetLastPmtDate(valueOrEmpty(rows, "LastPmt").toDate()); });
+      step([&] { result->SetLastPmtAmnt(valueOrEmpty(rows, "PmtTotAmnt").toCurrency()); });
+      step([&] { result->SetLastPmtCode(valueOrEmpty(rows, "Code").toLong()); });
+      step([&] { result->SetLastPmtType(valueOrEmpty(rows, "Type").toText()); });
+    }
+    release(step, rows);
   });
 }
 
 Ref<CSupplierPurcInfo> CSupplierHelper::GetLastPurcInfo(std::int32_t SuppId) {
   return trap("GetLastPurcInfo", [&](Steps& step, Ref<CSupplierPurcInfo>& result) {
     result = make<CSupplierPurcInfo>();
-    const Ref<Recordset> rows =
-        reuse(step, lastPurchases_, {SuppId}, [&] { return queries_->OpenSuppLastPurc(SuppId); });
-    step([&] {
-      if (rows->AtEnd()) return;
-      result->SetLastPurcDate(valueOrEmpty(rows, "LastPurc").toDate());
-      result->SetLastPurcAmnt(valueOrEmpty(rows, "TotAmnt").toCurrency());
-      result->SetLastPurcCode(valueOrEmpty(rows, "InPurcId").toLong());
-      result->SetLastPurcType(valueOrEmpty(rows, "PurcType").toLong());
+    const Ref<Recordset> rows = reuse(step, lastPurchases_, {SuppId}, [&] {
+      return step([&] { return queries_->OpenSuppLastPurc(SuppId); });
     });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) {
+      step([&] { result->SetLastPurcDate(valueOrEmpty(rows, "LastPurc").toDate()); });
+      step([&] { result->SetLastPurcAmnt(valueOrEmpty(rows, "TotAmnt").toCurrency()); });
+      step([&] { result->SetLastPurcCode(valueOrEmpty(rows, "InPurcId").toLong()); });
+      step([&] { result->SetLastPurcType(valueOrEmpty(rows, "PurcType").toLong()); });
+    }
+    release(step, rows);
   });
 }
 

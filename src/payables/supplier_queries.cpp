@@ -80,7 +80,7 @@ Ref<Recordset> CSupplierQueries::OpenSuppHistoryList(std::int32_t SuppId, Date F
     step([&] { MUtils::NormalizeDateRange(FromDate, ToDate); });
     Statement statement(Sql::kHistory);
     statement.bind(FromDate).bind(ToDate).bind(SuppId);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -89,7 +89,7 @@ Ref<Recordset> CSupplierQueries::OpenSuppOpenRec(std::int32_t SuppId,
   return trap("OpenSuppOpenRec", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kOpenReceptions);
     exclude(statement.number(SuppId), ExcludeIds);
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
@@ -98,7 +98,7 @@ Ref<Recordset> CSupplierQueries::OpenSuppOpenPurcOrd(std::int32_t SuppId,
   return trap("OpenSuppOpenPurcOrd", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kOpenOrders);
     exclude(statement.number(SuppId), ExcludeIds);
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
@@ -108,7 +108,7 @@ Ref<Recordset> CSupplierQueries::OpenSuppPurcOpenExpectedRec(std::int32_t SuppId
     Statement statement(Sql::kExpectedReceptions);
     statement.number(SuppId);
     if (PurcType > 0) statement.text(" AND PurcType = ").number(PurcType);
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
@@ -116,7 +116,7 @@ Ref<Recordset> CSupplierQueries::OpenSuppPreviousBalanceInfo(std::int32_t SuppId
   return trap("OpenSuppPreviousBalanceInfo", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kPreviousBalance);
     statement.bind(SuppId).bind(BeforeDate);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -126,7 +126,7 @@ Ref<Recordset> CSupplierQueries::OpenPurcBalanceAtDate(std::int32_t PurcId, Date
     step([&] { MUtils::NormalizeDateRange(noLowerDate, AtDate); });
     Statement statement(Sql::kPurchaseBalanceAtDate);
     statement.bind(PurcId).bind(PurcId).bind(AtDate);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -137,19 +137,19 @@ Ref<Recordset> CSupplierQueries::OpenSuppBalance(std::int32_t SuppId, Date Balan
     const Statement statement =
         balanceStatement(Sql::kBalance, SuppId, BalanceDate, SegmentId, ExtraFields);
     const Pass pass = statement.values().empty() ? Pass::Nothing : Pass::Array;
-    step([&] { result = open(statement, pass); });
+    result = open(step, statement, pass);
   });
 }
 
 Ref<Recordset> CSupplierQueries::OpenSuppOpenCredits(std::int32_t SuppId) {
   return trap("OpenSuppOpenCredits", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kOpenCredits).bind(SuppId), Pass::Array); });
+    result = open(step, Statement(Sql::kOpenCredits).bind(SuppId), Pass::Array);
   });
 }
 
 Ref<Recordset> CSupplierQueries::OpenSuppLastPurc(std::int32_t SuppId) {
   return trap("OpenSuppLastPurc", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kLastPurchase).bind(SuppId), Pass::Array); });
+    result = open(step, Statement(Sql::kLastPurchase).bind(SuppId), Pass::Array);
   });
 }
 
@@ -157,19 +157,19 @@ Ref<Recordset> CSupplierQueries::OpenSuppLastPmt(std::int32_t SuppId) {
   return trap("OpenSuppLastPmt", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kLastPayment);
     statement.number(SuppId).text(Sql::kLastPaymentOrder);
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
 Ref<Recordset> CSupplierQueries::OpenUnappliedPayment(std::int32_t PmtId) {
   return trap("OpenUnappliedPayment", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kUnapplied).number(PmtId), Pass::Nothing); });
+    result = open(step, Statement(Sql::kUnapplied).number(PmtId), Pass::Nothing);
   });
 }
 
 Ref<Recordset> CSupplierQueries::OpenSuppExpectedPurcOrd(std::int32_t SuppId) {
   return trap("OpenSuppExpectedPurcOrd", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kExpectedOrders).number(SuppId), Pass::Nothing); });
+    result = open(step, Statement(Sql::kExpectedOrders).number(SuppId), Pass::Nothing);
   });
 }
 
@@ -177,13 +177,12 @@ Ref<Recordset> CSupplierQueries::OpenSuppCostByProject(std::int32_t SuppId, Date
                                                        std::int32_t ProjId, std::int32_t SegmentId,
                                                        const std::string& ExtraFields) {
   return trap("OpenSuppCostByProject", [&](Steps& step, Ref<Recordset>& result) {
-    const std::int32_t bankAccount = step([&] { return accountParameter("WIPGLBankAccount"); });
-    const std::int32_t serviceAccount =
-        step([&] { return accountParameter("WIPGLUnrecordedServiceAccount"); });
+    const std::int32_t bankAccount = accountParameter(step, "WIPGLBankAccount");
+    const std::int32_t serviceAccount = accountParameter(step, "WIPGLUnrecordedServiceAccount");
     const Statement statement =
         projectCostStatement(Sql::kProjectCost, bankAccount, serviceAccount, SuppId, AsAtDate,
                              ProjId, SegmentId, ExtraFields);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 

@@ -105,9 +105,9 @@ class CSupplierQueries : public QueryFrame {
 
  private:
   /// The credit rows of the aging statement, with one marker for the aging date.
-  static std::string GetAgingSuppPmtCreditsSQL();
+  static std::string GetAgingSuppPmtCreditsSQL(Steps& step);
 
-  std::string defaultFieldList(bool byCurrency);
+  std::string defaultFieldList(Steps& step, bool byCurrency);
 };
 
 }  // namespace QuorAccQueries

@@ -3,11 +3,13 @@
 //
 // Every operation may raise an `Error`; each says below which ones belong to it. Objects are shared
 // by reference count (`Ref`), and every `Ref` returned may be empty unless its operation says
-// otherwise. All of them are used on one thread.
+// otherwise. All of them are used on one thread. Each contract has a member table (`info()`), off
+// which a host that is reached late-bound, by names and values, can be wrapped or offered.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/date.h"
@@ -18,9 +20,13 @@ namespace QuorDataLib {
 
 /// The open result of a query. It stands on its first row when it is opened, or at the end when it
 /// has none. Every operation but `Close` raises 3704 after `Close`, also when the connection it
-/// came from is gone.
-class Recordset : public Object {
+/// came from is gone. Dropping the last reference closes it: nobody has to close a recordset that
+/// is not wanted any more.
+class Recordset : public Contract<Recordset> {
  public:
+  static constexpr std::string_view kClassName = "Recordset";
+  static const ClassInfo& info();
+
   /// True when there is no current row: after the last one, or in an empty result.
   [[nodiscard]] virtual bool AtEnd() = 0;
 
@@ -73,15 +79,27 @@ class Recordset : public Object {
   virtual void Close() = 0;
 };
 
+/// Modes of `Connection::OpenRecordset`. Rows are read in all but `kOpenForUpdate`; the numbers
+/// tell the library for what, so that it may choose how.
+inline constexpr std::int32_t kOpenDefault = 0;    ///< a row or two read at once (payment terms)
+inline constexpr std::int32_t kOpenForUpdate = 1;  ///< rows to be added or changed
+inline constexpr std::int32_t kOpenColumns = 2;    ///< finding out a table's columns
+inline constexpr std::int32_t kOpenRows = 4;       ///< rows handed to the caller, or read once
+inline constexpr std::int32_t kOpenDetails = 6;    ///< the details of a row (dates of a term)
+
 /// A connection to one company's database.
-class Connection : public Object {
+class Connection : public Contract<Connection> {
  public:
+  static constexpr std::string_view kClassName = "Connection";
+  static const ClassInfo& info();
+
   /// Runs a query and returns its open recordset, never empty.
   ///
-  /// `mode` is 4 for rows handed to the caller or read once, 2 for finding out a table's columns, 0
-  /// and 6 for the rows of payment terms; rows to be added or changed need mode 1. `option` is
-  /// always 0. `parameters` fill the `?` markers in order. `flag` is 0 or -1, as each query states.
-  /// Raises -2147217900 for a statement that the engine refuses, with the reason and its place.
+  /// `mode` is one of the five above. A recordset opened with `kOpenForUpdate` takes new and
+  /// changed rows where the statement reads one table's own columns; where it does not, it can be
+  /// read, and raises 5 when a row is to be changed. `option` is always 0. `parameters` fill the
+  /// `?` markers in order. `flag` is 0 or -1, as each query states. Raises -2147217900 for a
+  /// statement that the engine refuses, with the reason and its place, and 5 for another mode.
   virtual Ref<Recordset> OpenRecordset(const std::string& sql, std::int32_t mode,
                                        std::int32_t option, const Parameters& parameters,
                                        std::int32_t flag) = 0;
@@ -92,7 +110,9 @@ class Connection : public Object {
   virtual void Execute(const std::string& sql, std::int32_t& recordsAffected, std::int32_t option,
                        const Parameters& parameters) = 0;
 
-  /// Seconds that a statement may run before it is stopped with an error; 0 for no limit.
+  /// Seconds that a statement may run before it is stopped with an error; 0 for no limit. It counts
+  /// for statements begun from then on. Objects with a limit of their own set it on the connection
+  /// that they share for the time of a call, and put it back.
   [[nodiscard]] virtual std::int32_t CommandTimeout() = 0;
   virtual void SetCommandTimeout(std::int32_t seconds) = 0;
 };
@@ -105,8 +125,11 @@ inline constexpr std::int16_t kServerEngine = 0;
 inline constexpr std::int16_t kDesktopEngine = 1;
 
 /// The data services: default connection, engine type, parameter tables, change notification.
-class DataServices : public Object {
+class DataServices : public Contract<DataServices> {
  public:
+  static constexpr std::string_view kClassName = "DataServices";
+  static const ClassInfo& info();
+
   /// The connection for objects that were given none.
   virtual Ref<Connection> DefaultConnection() = 0;
 
@@ -132,33 +155,59 @@ inline constexpr std::int32_t kContinueAfterStep = 1;
 inline constexpr std::int32_t kLeaveMethod = 2;
 
 /// Receives every error that a method of the component meets.
-class ErrorService : public Object {
+class ErrorService : public Contract<ErrorService> {
  public:
+  static constexpr std::string_view kClassName = "ErrorService";
+  static const ClassInfo& info();
+
   /// Reports an error and answers one of the three actions above. It may raise an error instead,
   /// which then reaches the caller of the method as it is. `line` is the source line of the step
-  /// that failed, 0 when none was reached.
+  /// that failed, 0 when none was reached. It is called while the error is being handled, so that a
+  /// service may look at it (`currentError`), at its source for instance: an error that a service
+  /// raised in an inner method comes by again in the outer one.
   virtual std::int32_t ReportError(std::int32_t number, const std::string& description,
                                    const std::string& component, const std::string& className,
                                    const std::string& method, std::int32_t line) = 0;
+
+  /// Tells that the step at `line`, an error of which was answered with `kRetryStep`, has ended: it
+  /// was done in the end, was given up or raised. The next error there is a new one. What it raises
+  /// is ignored; a service that does not count needs none.
+  virtual void RetryEnded(const std::string& /*className*/, const std::string& /*method*/,
+                          std::int32_t /*line*/) {}
 };
 
 /// Objects that the application already holds, by name.
-class ObjectRegistry : public Object {
+///
+/// `wanted` is the contract that the caller is going to use, or null when any object will do. A
+/// host whose objects are late-bound makes its proxy for that contract; others need not look at it:
+/// the caller checks what it gets.
+class ObjectRegistry : public Contract<ObjectRegistry> {
  public:
+  static constexpr std::string_view kClassName = "ObjectRegistry";
+  static const ClassInfo& info();
+
   /// The object registered under `name`, or an empty reference.
-  virtual Ref<Object> Find(const std::string& name) = 0;
+  virtual Ref<Object> Find(const std::string& name, const ClassInfo* wanted) = 0;
 };
 
-/// Creates objects from class identifiers such as "QuorCastriaFoundation.CCastriaHelper".
-class ObjectFactory : public Object {
+/// Creates objects from class identifiers such as "QuorCastriaFoundation.CCastriaHelper". `wanted`
+/// is as above.
+class ObjectFactory : public Contract<ObjectFactory> {
  public:
+  static constexpr std::string_view kClassName = "ObjectFactory";
+  static const ClassInfo& info();
+
   /// A new object, never empty; `flag` is 0. Raises 429 for a class it does not know.
-  virtual Ref<Object> Create(const std::string& classId, std::int32_t flag) = 0;
+  virtual Ref<Object> Create(const std::string& classId, std::int32_t flag,
+                             const ClassInfo* wanted) = 0;
 };
 
 /// Reads the texts of company settings.
-class SettingsReader : public Object {
+class SettingsReader : public Contract<SettingsReader> {
  public:
+  static constexpr std::string_view kClassName = "SettingsReader";
+  static const ClassInfo& info();
+
   /// The text of setting `name` of the company family `companyKey`; `kind` is 2, `arguments` fill
   /// the text's own placeholders. An unknown setting is an empty text.
   virtual std::string GetSetting(const std::string& name, const std::string& companyKey,
@@ -166,9 +215,13 @@ class SettingsReader : public Object {
                                  const std::vector<Value>& arguments) = 0;
 };
 
-/// Small operations that depend on the active database engine or on the host's configuration.
-class Utility : public Object {
+/// Small operations that depend on the active database engine, on the host's configuration or on
+/// the user's language.
+class Utility : public Contract<Utility> {
  public:
+  static constexpr std::string_view kClassName = "Utility";
+  static const ClassInfo& info();
+
   /// The parameter array made of `values`, in their order.
   virtual Parameters ParameterArray(const std::vector<Value>& values) = 0;
 
@@ -183,11 +236,25 @@ class Utility : public Object {
   /// The expense account types of the fixed chart of accounts beside type 5, as a list of numbers
   /// separated by commas, never empty. `accountClass` is 2 (expenses).
   virtual std::string FurtherAccountTypes(std::int32_t accountClass) = 0;
+
+  /// An amount in home currency as the user reads money: rounded to the currency's decimals, with
+  /// the currency's sign and the separators of the user's language.
+  virtual std::string FormatCurrency(Currency amount) = 0;
+
+  /// A number as the user reads it: with as many decimals as it needs and the user's decimal
+  /// separator, not grouped.
+  virtual std::string FormatNumber(Currency number) = 0;
+
+  /// The user's decimal separator, as `FormatNumber` writes it; never empty.
+  virtual std::string DecimalSeparator() = 0;
 };
 
 /// What the application offers to its components. None of the objects returned is empty.
-class ApplicationContext : public Object {
+class ApplicationContext : public Contract<ApplicationContext> {
  public:
+  static constexpr std::string_view kClassName = "ApplicationContext";
+  static const ClassInfo& info();
+
   virtual Ref<QuorDataLib::DataServices> DataServices() = 0;
   virtual Ref<QuorDataLib::ErrorService> ErrorService() = 0;
   virtual Ref<ObjectRegistry> Registry() = 0;
@@ -197,8 +264,11 @@ class ApplicationContext : public Object {
 };
 
 /// The global object of the data library, one per thread.
-class Application : public Object {
+class Application : public Contract<Application> {
  public:
+  static constexpr std::string_view kClassName = "Application";
+  static const ClassInfo& info();
+
   virtual Ref<ApplicationContext> Context() = 0;
 };
 

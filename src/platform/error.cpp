@@ -20,6 +20,9 @@ Error currentError() {
     return {ErrorNumber::OutOfMemory, "QuorDataLib", "Out of memory"};
   } catch (const std::exception& error) {
     return {ErrorNumber::InternalError, "QuorDataLib", error.what()};
+  } catch (...) {
+    return {ErrorNumber::InternalError, "QuorDataLib",
+            "Something was thrown that is no error and has no description"};
   }
 }
 

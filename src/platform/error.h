@@ -13,12 +13,14 @@ enum class ErrorNumber : std::int32_t {
   InvalidArgument = 5,
   Overflow = 6,
   OutOfMemory = 7,
+  SubscriptOutOfRange = 9,
   DivisionByZero = 11,
   TypeMismatch = 13,
   InternalError = 51,
   ObjectNotSet = 91,
   InvalidUseOfNull = 94,
   UnknownMember = 438,
+  WrongArgumentCount = 450,
   UnknownItem = 3265,
   NoCurrentRow = 3021,
   ObjectClosed = 3704,
@@ -51,7 +53,8 @@ class Error : public std::exception {
 };
 
 /// The exception being handled as an `Error`: an `Error` as it is, exhausted memory as 7, any other
-/// standard exception as 51 with its text. Call it only inside a `catch` block.
+/// standard exception as 51 with its text, anything else that was thrown as 51, too. Call it only
+/// inside a `catch` block.
 [[nodiscard]] Error currentError();
 
 /// Raises `number` with `description` and the source "QuorDataLib".

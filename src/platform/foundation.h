@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/date.h"
 #include "platform/ref.h"
@@ -10,22 +11,30 @@
 
 namespace QuorCastriaFoundation {
 
+using QuorDataLib::ClassInfo;
+using QuorDataLib::Contract;
 using QuorDataLib::Date;
 using QuorDataLib::Object;
 using QuorDataLib::Ref;
 using QuorDataLib::Value;
 
 /// Application settings, by number.
-class Settings : public Object {
+class Settings : public Contract<Settings> {
  public:
+  static constexpr std::string_view kClassName = "Settings";
+  static const ClassInfo& info();
+
   /// The value of setting `number`; 133 tells whether helpers may keep recordsets in memory.
   /// An unknown setting is 0.
   virtual Value GetSetting(std::int16_t number) = 0;
 };
 
 /// How the company deals with currencies.
-class CurrencyInfo : public Object {
+class CurrencyInfo : public Contract<CurrencyInfo> {
  public:
+  static constexpr std::string_view kClassName = "CurrencyInfo";
+  static const ClassInfo& info();
+
   /// True when the company trades in more than its home currency.
   virtual bool CieIsForeignCurrencyUsed() = 0;
   /// `WorldCurrency.InCurrencyId` of the home currency.
@@ -33,8 +42,11 @@ class CurrencyInfo : public Object {
 };
 
 /// The company whose books are open.
-class Company : public Object {
+class Company : public Contract<Company> {
  public:
+  static constexpr std::string_view kClassName = "Company";
+  static const ClassInfo& info();
+
   /// First day of the fiscal year that contains `date`.
   virtual Date GetFiscalYearStartDate(Date date) = 0;
   /// The date that the user works at.
@@ -51,23 +63,32 @@ class Company : public Object {
 };
 
 /// Codes that the application declares for its data sets.
-class Declares : public Object {
+class Declares : public Contract<Declares> {
  public:
+  static constexpr std::string_view kClassName = "Declares";
+  static const ClassInfo& info();
+
   /// The data set of recurring transactions.
   virtual std::int32_t DATA_TRX_REC() = 0;
 };
 
 /// The foundation's application object. None of the objects returned is empty.
-class CastriaApplication : public Object {
+class CastriaApplication : public Contract<CastriaApplication> {
  public:
+  static constexpr std::string_view kClassName = "CastriaApplication";
+  static const ClassInfo& info();
+
   virtual Ref<QuorCastriaFoundation::Settings> Settings() = 0;
   virtual Ref<QuorCastriaFoundation::Company> Company() = 0;
   virtual Ref<QuorCastriaFoundation::Declares> Declares() = 0;
 };
 
 /// The foundation helper: the door to the foundation's application object.
-class CCastriaHelper : public Object {
+class CCastriaHelper : public Contract<CCastriaHelper> {
  public:
+  static constexpr std::string_view kClassName = "CCastriaHelper";
+  static const ClassInfo& info();
+
   virtual Ref<CastriaApplication> Application() = 0;
 };
 

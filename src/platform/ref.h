@@ -9,6 +9,8 @@
 
 namespace QuorDataLib {
 
+struct ClassInfo;
+
 /// Base of everything that can travel in a `Value` or be handed from one side to the other.
 class Object {
  public:
@@ -16,6 +18,17 @@ class Object {
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
   virtual ~Object() = default;
+
+  /// The member table of the object's class, or of the contract that it serves; null for an object
+  /// that has no members of its own to offer.
+  [[nodiscard]] virtual const ClassInfo* table() const { return nullptr; }
+};
+
+/// Base of the contracts. `T` says its name (`kClassName`) and its member table (`info()`).
+template <class T>
+class Contract : public Object {
+ public:
+  [[nodiscard]] const ClassInfo* table() const override { return &T::info(); }
 };
 
 /// A counted reference that may be empty. Using an empty one raises 91 ("Object variable not set")

@@ -14,12 +14,11 @@ Ref<Recordset> CCustomerQueries::OpenCustAgingTransactions(
   return trap("OpenCustAgingTransactions", [&](Steps& step, Ref<Recordset>& result) {
     Date noLowerDate;
     step([&] { MUtils::NormalizeDateRange(noLowerDate, AsOfDate); });
-    if (ByCurrency) ByCurrency = step([] { return foreignCurrencyUsed(); });
-    const std::string fields =
-        FieldList.empty() ? step([&] { return defaultFieldList(ByCurrency); }) : FieldList;
+    if (ByCurrency) ByCurrency = foreignCurrencyUsed(step);
+    const std::string fields = FieldList.empty() ? defaultFieldList(step, ByCurrency) : FieldList;
     const std::string details = step([&] { return GetCustomerAgingTrxSQL(ByOrder); });
-    const std::string credits = step([&] { return GetAgingCustPmtCreditsSQL(ByOrder); });
-    const std::int16_t engine = step([] { return engineType(); });
+    const std::string credits = GetAgingCustPmtCreditsSQL(step, ByOrder);
+    const std::int16_t engine = engineType(step);
 
     Statement statement;
     if (ByCurrency) statement.text(Sql::kByCurrencyBefore);
@@ -38,15 +37,18 @@ Ref<Recordset> CCustomerQueries::OpenCustAgingTransactions(
     } else {
       statement.text(" ORDER BY ").fragment(OrderBy);
     }
-    step([&] { result = open(statement, Pass::Array, kFlagNone); });
+    result = open(step, statement, Pass::Array, {.flag = kFlagNone});
   });
 }
 
-std::string CCustomerQueries::defaultFieldList(bool byCurrency) {
+std::string CCustomerQueries::defaultFieldList(Steps& step, bool byCurrency) {
   std::string list(Sql::kSelectDocument);
-  list += GetAgingCustFieldsList(std::string(Sql::kColumnsBesideDocument)) + ",\r\n";
-  if (byCurrency)
-    return list + nullSafe("CustAgingList.ExCurrencyId", 1) + " As InnerViewExCurrencyId ";
+  step([&] { list += GetAgingCustFieldsList(std::string(Sql::kColumnsBesideDocument)); });
+  list += ",\r\n";
+  if (byCurrency) {
+    list += nullSafe(step, "CustAgingList.ExCurrencyId", 1);
+    return list + " As InnerViewExCurrencyId ";
+  }
   return list + "CustAgingList.ExCurrencyId, " + GetAgingCurrencyFieldsList();
 }
 
@@ -56,17 +58,19 @@ std::string CCustomerQueries::GetCustomerAgingTrxSQL(bool ByOrder) const {
       result = Sql::kDetails;
       return;
     }
-    const std::int16_t engine = step([] { return engineType(); });
+    const std::int16_t engine = engineType(step);
     result = Sql::kDetailsByOrder.of(engine);
   });
 }
 
-std::string CCustomerQueries::GetAgingCustPmtCreditsSQL(bool ByOrder) {
-  std::string text(ByOrder ? Sql::kCreditKeysByOrder.of(engineType()) : Sql::kCreditKeys);
+std::string CCustomerQueries::GetAgingCustPmtCreditsSQL(Steps& step, bool ByOrder) {
+  std::string text(ByOrder ? Sql::kCreditKeysByOrder.of(engineType(step)) : Sql::kCreditKeys);
   text += Sql::kCreditColumns;
-  text += nullSafe("TotalAppliedAmountDirect", 0) + " + ";
-  text += nullSafe("TotalAppliedAmountIndirect", 0) + " + ";
-  text += nullSafe("TotalAppliedAmountOrder", 0);
+  text += nullSafe(step, "TotalAppliedAmountDirect", 0);
+  text += " + ";
+  text += nullSafe(step, "TotalAppliedAmountIndirect", 0);
+  text += " + ";
+  text += nullSafe(step, "TotalAppliedAmountOrder", 0);
   text += Sql::kCreditApplications;
   text += std::to_string(Sql::kOrderType);
   text += Sql::kOpenCredits;

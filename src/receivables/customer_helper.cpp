@@ -21,44 +21,42 @@ const ClassInfo& CCustomerHelper::info() {
 Currency CCustomerHelper::GetCustBalance(std::int32_t CustomerId, Date AsOfDate) {
   return trap("GetCustBalance", [&](Steps& step, Currency& result) {
     const Ref<Recordset> rows = reuse(step, balances_, {AsOfDate, CustomerId}, [&] {
-      return queries_->OpenCustBalance(CustomerId, AsOfDate, 0, {});
+      return step([&] { return queries_->OpenCustBalance(CustomerId, AsOfDate, 0, {}); });
     });
-    step([&] {
-      if (!rows->AtEnd()) result = valueOrEmpty(rows, "CustBalance").toCurrency();
-    });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) readField(step, rows, "CustBalance", result);
+    release(step, rows);
   });
 }
 
 Ref<CCustPmtInfo> CCustomerHelper::GetLastPmtInfo(std::int32_t CustomerId) {
   return trap("GetLastPmtInfo", [&](Steps& step, Ref<CCustPmtInfo>& result) {
     result = make<CCustPmtInfo>();
-    const Ref<Recordset> rows = reuse(step, lastPayments_, {CustomerId},
-                                      [&] { return queries_->OpenCustLastPmt(CustomerId); });
-    step([&] {
-      if (rows->AtEnd()) return;
-      result->SetLastPmtDate(valueOrEmpty(rows, "LastPmt").toDate());
-      result->SetLastPmtAmnt(valueOrEmpty(rows, "PmtTotAmnt").toCurrency());
-      result->SetLastPmtCode(valueOrEmpty(rows, "PmtCode").toLong());
-      result->SetLastPmtType(valueOrEmpty(rows, "Type").toText());
+    const Ref<Recordset> rows = reuse(step, lastPayments_, {CustomerId}, [&] {
+      return step([&] { return queries_->OpenCustLastPmt(CustomerId); });
     });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) {
+      step([&] { result->SetLastPmtDate(valueOrEmpty(rows, "LastPmt").toDate()); });
+      step([&] { result->SetLastPmtAmnt(valueOrEmpty(rows, "PmtTotAmnt").toCurrency()); });
+      step([&] { result->SetLastPmtCode(valueOrEmpty(rows, "PmtCode").toLong()); });
+      step([&] { result->SetLastPmtType(valueOrEmpty(rows, "Type").toText()); });
+    }
+    release(step, rows);
   });
 }
 
 Ref<CCustSaleInfo> CCustomerHelper::GetLastSaleInfo(std::int32_t CustomerId) {
   return trap("GetLastSaleInfo", [&](Steps& step, Ref<CCustSaleInfo>& result) {
     result = make<CCustSaleInfo>();
-    const Ref<Recordset> rows = reuse(step, lastSales_, {CustomerId},
-                                      [&] { return queries_->OpenCustLastSale(CustomerId); });
-    step([&] {
-      if (rows->AtEnd()) return;
-      result->SetLastSaleDate(valueOrEmpty(rows, "LastSale").toDate());
-      result->SetLastSaleAmnt(valueOrEmpty(rows, "TotAmnt").toCurrency());
-      result->SetLastSaleCode(valueOrEmpty(rows, "InInvoiId").toLong());
-      result->SetLastSaleType(valueOrEmpty(rows, "InvoiType").toLong());
+    const Ref<Recordset> rows = reuse(step, lastSales_, {CustomerId}, [&] {
+      return step([&] { return queries_->OpenCustLastSale(CustomerId); });
     });
-    step([&] { release(rows); });
+    if (hasRow(step, rows)) {
+      step([&] { result->SetLastSaleDate(valueOrEmpty(rows, "LastSale").toDate()); });
+      step([&] { result->SetLastSaleAmnt(valueOrEmpty(rows, "TotAmnt").toCurrency()); });
+      step([&] { result->SetLastSaleCode(valueOrEmpty(rows, "InInvoiId").toLong()); });
+      step([&] { result->SetLastSaleType(valueOrEmpty(rows, "InvoiType").toLong()); });
+    }
+    release(step, rows);
   });
 }
 

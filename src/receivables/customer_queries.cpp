@@ -68,7 +68,7 @@ Ref<Recordset> CCustomerQueries::OpenInvoiBalanceAtDate(std::int32_t InvoiceId, 
   return trap("OpenInvoiBalanceAtDate", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kInvoiceBalanceAtDate);
     statement.bind(InvoiceId).bind(InvoiceId).bind(AtDate);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -77,7 +77,7 @@ Ref<Recordset> CCustomerQueries::OpenCustHistoryList(Date FromDate, Date ToDate,
   return trap("OpenCustHistoryList", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kHistory);
     statement.bind(FromDate).bind(ToDate).bind(CustomerId);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -86,7 +86,7 @@ Ref<Recordset> CCustomerQueries::OpenCustPreviousBalanceInfo(std::int32_t Custom
   return trap("OpenCustPreviousBalanceInfo", [&](Steps& step, Ref<Recordset>& result) {
     Statement statement(Sql::kPreviousBalance);
     statement.bind(CustomerId).bind(BeforeDate);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
@@ -96,25 +96,25 @@ Ref<Recordset> CCustomerQueries::OpenCustBalance(std::int32_t CustomerId, Date A
   return trap("OpenCustBalance", [&](Steps& step, Ref<Recordset>& result) {
     const Statement statement =
         balanceStatement(Sql::kBalance, CustomerId, AsOfDate, SegmentId, ExtraFields);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 
 Ref<Recordset> CCustomerQueries::OpenCustOpenCredits(std::int32_t CustomerId) {
   return trap("OpenCustOpenCredits", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kOpenCredits).bind(CustomerId), Pass::Single); });
+    result = open(step, Statement(Sql::kOpenCredits).bind(CustomerId), Pass::Single);
   });
 }
 
 Ref<Recordset> CCustomerQueries::OpenInvoiPaidAmntAll(std::int32_t InvoiceId) {
   return trap("OpenInvoiPaidAmntAll", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kPaidOnInvoice).bind(InvoiceId), Pass::Single); });
+    result = open(step, Statement(Sql::kPaidOnInvoice).bind(InvoiceId), Pass::Single);
   });
 }
 
 Ref<Recordset> CCustomerQueries::OpenCustPmtUnappl(std::int32_t PaymentId) {
   return trap("OpenCustPmtUnappl", [&](Steps& step, Ref<Recordset>& result) {
-    step([&] { result = open(Statement(Sql::kUnapplied).bind(PaymentId), Pass::Single); });
+    result = open(step, Statement(Sql::kUnapplied).bind(PaymentId), Pass::Single);
   });
 }
 
@@ -126,7 +126,7 @@ Ref<Recordset> CCustomerQueries::OpenCustLastPmt(std::int32_t CustomerId) {
     } else {
       statement.text(Sql::kLastPayment).number(CustomerId).text(Sql::kLastPaymentOrder);
     }
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
@@ -138,7 +138,7 @@ Ref<Recordset> CCustomerQueries::OpenCustLastSale(std::int32_t CustomerId) {
     } else {
       statement.text(Sql::kLastSale).number(CustomerId).text(Sql::kLastSaleOrder);
     }
-    step([&] { result = open(statement, Pass::Nothing); });
+    result = open(step, statement, Pass::Nothing);
   });
 }
 
@@ -147,13 +147,12 @@ Ref<Recordset> CCustomerQueries::OpenCustCostByProject(std::int32_t CustomerId, 
                                                        std::int32_t SegmentId,
                                                        const std::string& ExtraFields) {
   return trap("OpenCustCostByProject", [&](Steps& step, Ref<Recordset>& result) {
-    const std::int32_t bankAccount = step([&] { return accountParameter("WIPGLBankAccount"); });
-    const std::int32_t serviceAccount =
-        step([&] { return accountParameter("WIPGLUnrecordedServiceAccount"); });
+    const std::int32_t bankAccount = accountParameter(step, "WIPGLBankAccount");
+    const std::int32_t serviceAccount = accountParameter(step, "WIPGLUnrecordedServiceAccount");
     const Statement statement =
         projectCostStatement(Sql::kProjectCost, bankAccount, serviceAccount, CustomerId, AsOfDate,
                              ProjectId, SegmentId, ExtraFields);
-    step([&] { result = open(statement, Pass::Array); });
+    result = open(step, statement, Pass::Array);
   });
 }
 

@@ -102,9 +102,9 @@ class CCustomerQueries : public QueryFrame {
   std::string GetCustomerAgingTrxSQL(bool ByOrder) const;
 
   /// The credit rows of the aging statement, with one marker for the aging date.
-  static std::string GetAgingCustPmtCreditsSQL(bool ByOrder);
+  static std::string GetAgingCustPmtCreditsSQL(Steps& step, bool ByOrder);
 
-  std::string defaultFieldList(bool byCurrency);
+  std::string defaultFieldList(Steps& step, bool byCurrency);
 };
 
 }  // namespace QuorAccQueries

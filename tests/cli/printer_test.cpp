@@ -8,6 +8,7 @@
 
 #include "cli/print/row_printer.h"
 #include "cli/result.h"
+#include "platform/collection.h"
 #include "tests/cli/rows_in_memory.h"
 
 namespace QuorCli {
@@ -108,6 +109,22 @@ std::string printSingle(const Value& value, Format format,
   TextConsole text;
   printValue(value, outputs, format, text.console);
   return text.out.str();
+}
+
+TEST(PrintValue, aCollectionIsAnArrayOrRows) {
+  using QuorDataLib::Collection;
+  using QuorDataLib::make;
+  const auto empty = make<Collection>();
+  const auto accounts = make<Collection>(std::vector<Value>{std::int32_t{1200}, "12,10", empty});
+  EXPECT_EQ(printSingle(accounts, Format::Json),
+            "{\"result\":[1200,\"12,10\",[]],\"outputs\":{}}\n");
+  EXPECT_EQ(printSingle(empty, Format::Json), "{\"result\":[],\"outputs\":{}}\n");
+  EXPECT_EQ(printSingle(accounts, Format::Csv), "result\r\n1200\r\n\"12,10\"\r\n\r\n");
+  EXPECT_THAT(printSingle(accounts, Format::Table), testing::HasSubstr("(3 rows)\n"));
+  const auto records = make<Collection>(
+      std::vector<Value>{QuorAccQueries::findClass("CCustSaleInfo")->create(), Value::null()});
+  EXPECT_EQ(printSingle(records, Format::Csv),
+            "LastSaleDate,LastSaleAmnt,LastSaleCode,LastSaleType\r\n,0.0000,0,0\r\n,,,\r\n");
 }
 
 TEST(PrintValue, hasAFormForEveryFormat) {

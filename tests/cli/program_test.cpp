@@ -138,7 +138,7 @@ TEST(Program, describesEveryMemberOfEveryClass) {
   const json one = json::parse(
       runProgram({"describe", "ccustomerhelper.getcustbalance", "--format", "json"}).out);
   EXPECT_EQ(one["classes"][0]["members"][0].dump(),
-            json::parse(R"({"name":"GetCustBalance","kind":"method","arguments":[
+            json::parse(R"({"name":"GetCustBalance","kind":"method","number":1001,"arguments":[
                 {"name":"CustomerId","type":"long","byReference":false},
                 {"name":"AsOfDate","type":"date","byReference":false}],
                 "result":{"type":"currency"},

@@ -5,6 +5,7 @@
 #include "core/fake_platform.h"
 #include "core/mutils.h"
 #include "core/queries.h"
+#include "core/row_steps.h"
 #include "core/statement.h"
 #include "core/value_records.h"
 #include "inventory/inventory_helper.h"
@@ -138,6 +139,69 @@ TEST(Trap, WithoutAnErrorServiceTheErrorReachesTheCaller) {
   } catch (const Error& error) {
     EXPECT_TRUE(error.is(ErrorNumber::ObjectNotSet));
   }
+}
+
+TEST(Trap, WhateverIsThrownIsReported) {
+  const fake::Platform platform;
+  trap("CTest", "Method", [&](Steps& step) {
+    step([] { throw 42; });  // NOLINT(hicpp-exception-baseclass): some host's callback does
+  });
+  trap("CTest", "Method", [&](Steps& step) {
+    platform->answer = QuorDataLib::kRetryStep;  // nothing to retry: the method is left
+    step([] {});
+    throw std::bad_alloc();
+  });
+  ASSERT_EQ(platform->reports.size(), 2U);
+  EXPECT_EQ(platform->reports[0].number, 51);
+  EXPECT_EQ(platform->reports[1].number, 7);
+  EXPECT_GT(platform->reports[1].line, platform->reports[0].line) << "the last one reached";
+}
+
+TEST(Trap, APartIsRetriedAloneAndSkippedWithItsStatement) {
+  const fake::Platform platform;
+  int first = 0;
+  int second = 0;
+  const auto statement = [&](std::int32_t answer) {
+    platform->answer = answer;
+    return trap("CTest", "Method", [&](Steps& step, int& result) {
+      result = step([&] {
+        const int one = step([&] { return ++first; });
+        const int two = step([&] {
+          if (++second == 1) throw Error(6, "", "Overflow");
+          return 20;
+        });
+        return one + two;
+      });
+      step([&] { ++result; });
+    });
+  };
+  EXPECT_EQ(statement(QuorDataLib::kRetryStep), 22);
+  EXPECT_EQ(first, 1);
+  second = 0;
+  EXPECT_EQ(statement(QuorDataLib::kContinueAfterStep), 1);
+  second = 0;
+  EXPECT_EQ(statement(QuorDataLib::kLeaveMethod), 0);
+  EXPECT_EQ(platform->reports[1].line, platform->reports[0].line) << "the statement's";
+}
+
+TEST(Trap, ALoopWhoseTestFailsEnds) {
+  const fake::Platform platform;
+  platform->row = {{"A", Value("a")}};
+  platform->rowCount = 3;
+  platform->answer = QuorDataLib::kContinueAfterStep;
+  const Ref<Recordset> rows = platform.connection("c")->OpenRecordset("", 4, 0, {}, 0);
+  platform->calls = 0;
+  platform->failAt = 4;
+  std::string read;
+  trap("CTest", "Method", [&](Steps& step) {
+    for (bool more = moreRows(step, rows); more; more = moveOn(step, rows)) {
+      std::string value;
+      readField(step, rows, "A", value);
+      read += value;
+    }
+  });
+  EXPECT_EQ(read, "a");
+  EXPECT_EQ(platform->reports.size(), 1U);
 }
 
 TEST(Trap, RaisingAgainAddsThePlaceAndDropsTheSource) {
@@ -275,22 +339,6 @@ TEST(ColumnLists, FollowTheTableWithoutTheNamesExcluded) {
   EXPECT_EQ(platform->openRecordsets, 0);
   CSupplierQueries suppliers;
   EXPECT_EQ(suppliers.GetAgingCurrencyFieldsList(), customers.GetAgingCurrencyFieldsList());
-}
-
-TEST(MemberTables, ConvertArgumentsAndReadRecordsBack) {
-  const ClassInfo* info = findClass("ccustpmtinfo");
-  ASSERT_NE(info, nullptr);
-  const Ref<ComponentObject> record = info->create();
-  std::vector<Value> amount{Value("12.3456")};
-  info->find("lastpmtamnt", Member::Kind::Put)->invoke(*record, amount);
-  EXPECT_EQ(info->find("LastPmtAmnt", Member::Kind::Get)->invoke(*record, {}),
-            Value(Currency::fromUnits(123'456)));
-  std::vector<Value> wrong{Value("a lot")};
-  EXPECT_THROW(info->find("LastPmtAmnt", Member::Kind::Put)->invoke(*record, wrong), Error);
-  EXPECT_EQ(info->find("LastPmtType", Member::Kind::Get)->result.type,
-            QuorDataLib::ValueType::Text);
-  EXPECT_EQ(findClass("CCustSaleInfo")->find("LastSaleType", Member::Kind::Get)->result.type,
-            QuorDataLib::ValueType::Long);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 #include "core/fake_platform.h"
 #include "core/member_table.h"
+#include "platform/collection.h"
 
 namespace {
 
@@ -33,7 +34,11 @@ std::vector<Value> arguments(const Member& member, bool all) {
         values.emplace_back(all ? "A" : "");
         break;
       case ValueType::Object:
-        values.emplace_back(Ref<Object>());
+        if (argument.type.className == Collection::kClassName) {
+          values.emplace_back(make<Collection>(std::vector<Value>{std::int32_t{1}}));
+        } else {
+          values.emplace_back(Ref<Object>());
+        }
         break;
       default:
         values.emplace_back(std::int32_t{all ? 1 : 0});
@@ -43,19 +48,88 @@ std::vector<Value> arguments(const Member& member, bool all) {
   return values;
 }
 
-/// What one call did.
+/// What one call did, and what the platform saw of it.
 struct Outcome {
   Value result;
+  std::vector<Value> outputs;
   std::optional<Error> thrown;
+  std::vector<fake::Call> log;
+  std::vector<fake::Opened> opened;
 };
 
-Outcome call(ComponentObject& object, const Member& member, bool all) {
-  std::vector<Value> values = arguments(member, all);
+Outcome call(fake::Platform& platform, ComponentObject& object, const Member& member, bool all) {
+  Outcome outcome;
+  outcome.outputs = arguments(member, all);
+  platform->log.clear();
+  platform->opened.clear();
   try {
-    return {member.invoke(object, values), {}};
+    outcome.result = member.invoke(object, outcome.outputs);
   } catch (const Error& error) {
-    return {{}, error};
+    outcome.thrown = error;
   }
+  outcome.log = platform->log;
+  outcome.opened = platform->opened;
+  return outcome;
+}
+
+/// The single values that an outcome holds: of the result, the properties or items of objects in
+/// it, the arguments after the call.
+void collect(const Value& value, std::vector<Value>& all) {
+  if (value.type() != ValueType::Object) {
+    all.push_back(value);
+  } else if (const auto items = value.toObject().as<Collection>()) {
+    for (const Value& item : items->values()) collect(item, all);
+  } else if (const auto record = value.toObject().as<ComponentObject>()) {
+    for (const Member& member : record->classInfo().members) {
+      if (member.kind == Member::Kind::Get && member.result->type != ValueType::Object) {
+        all.push_back(member.invoke(*record, {}));
+      }
+    }
+  }
+}
+
+std::vector<Value> answered(const Outcome& outcome) {
+  std::vector<Value> all = outcome.outputs;
+  collect(outcome.result, all);
+  return all;
+}
+
+/// The texts and values that went to the database.
+std::vector<Value> sent(const Outcome& outcome) {
+  std::vector<Value> all;
+  for (const fake::Opened& each : outcome.opened) {
+    all.emplace_back(each.sql);
+    for (const Value& value : each.parameters.values()) all.push_back(value);
+  }
+  return all;
+}
+
+/// Whether `given` is one of `values`, as one of their types, or a part of a text among them.
+bool holds(const std::vector<Value>& values, const Value& given) {
+  return std::ranges::any_of(values, [&](const Value& value) {
+    if (value.type() == ValueType::Text) {
+      return value.text().find(given.toText()) != std::string::npos;
+    }
+    try {
+      return given.convertedTo(value.type()) == value;
+    } catch (const Error&) {
+      return false;
+    }
+  });
+}
+
+std::vector<std::string> names(const std::vector<fake::Call>& log) {
+  std::vector<std::string> all;
+  for (const fake::Call& each : log) all.push_back(each.name);
+  return all;
+}
+
+/// Which of a member's calls fail, one after the other: all of them, or a selection of very many.
+std::vector<int> failing(int calls) {
+  constexpr int kAll = 60;
+  std::vector<int> chosen;
+  for (int n = 1; n <= calls; n += n < kAll ? 1 : 1 + calls / kAll) chosen.push_back(n);
+  return chosen;
 }
 
 /// Objects are equal when they are of one kind: a retried call makes another recordset.
@@ -102,34 +176,37 @@ class FailureSweep : public testing::TestWithParam<std::tuple<const ClassInfo*, 
     return object;
   }
 
-  /// Runs `check(member, failAt)` for every member and every n up to its number of platform calls.
+  /// Runs `check(member, sound, outcome)` for every member and every n up to its number of platform
+  /// calls.
   template <class Check>
   void sweep(fake::Platform& platform, Check check) const {
+    platform->row = {{"LastPmt", Value(Date::of(2025, 1, 2))}};
+    platform->rowCount = 2;
+    platform->columns = {"First", "Second", "Third"};
+    platform->otherFields = allArguments() ? 0 : 1;
     for (const Member& member : info().members) {
-      for (int n = 1;; ++n) {
+      const Ref<ComponentObject> object = create();
+      holdFoundationHelper(nullptr);
+      platform->calls = 0;
+      const Outcome sound = call(platform, *object, member, allArguments());
+      ASSERT_FALSE(sound.thrown) << sound.thrown->description();
+      for (const int n : failing(platform->calls)) {
         SCOPED_TRACE(std::string(info().name) + "." + std::string(member.name) + ", call " +
                      std::to_string(n));
-        const Ref<ComponentObject> object = create();
-        currentFoundationHelper() = nullptr;
-        platform->row = {{"LastPmt", Value(Date::of(2025, 1, 2))}};
-        platform->calls = 0;
-        platform->reports.clear();
-        const Outcome sound = call(*object, member, allArguments());
-        ASSERT_FALSE(sound.thrown) << sound.thrown->description();
-        if (n > platform->calls) break;
-
         const Ref<ComponentObject> other = create();
-        currentFoundationHelper() = nullptr;
+        holdFoundationHelper(nullptr);
+        platform->reports.clear();
+        platform->retriesEnded = 0;
         platform->calls = 0;
         platform->failAt = n;
         platform->serviceRaises = raises_;
-        const Outcome outcome = call(*other, member, allArguments());
+        const Outcome outcome = call(platform, *other, member, allArguments());
         platform->failAt = 0;
         platform->serviceRaises.reset();
         check(member, sound, outcome);
 
         // The same object works again, with nothing kept of the failed call.
-        const Outcome again = call(*other, member, allArguments());
+        const Outcome again = call(platform, *other, member, allArguments());
         EXPECT_FALSE(again.thrown);
         EXPECT_TRUE(alike(again.result, sound.result));
         if (HasFatalFailure()) return;
@@ -155,7 +232,7 @@ class FailureSweep : public testing::TestWithParam<std::tuple<const ClassInfo*, 
   std::optional<Error> raises_;
 };
 
-TEST_P(FailureSweep, RetryDoesTheStepAgain) {
+TEST_P(FailureSweep, RetryRepeatsTheFailedCallAndNothingElse) {
   fake::Platform platform;
   platform->answer = kRetryStep;
   sweep(platform, [&](const Member& member, const Outcome& sound, const Outcome& outcome) {
@@ -165,18 +242,30 @@ TEST_P(FailureSweep, RetryDoesTheStepAgain) {
     }
     expectReported(platform);
     EXPECT_EQ(platform->reports.size(), 1U);
+    EXPECT_EQ(platform->retriesEnded, 1);
     ASSERT_FALSE(outcome.thrown);
     EXPECT_TRUE(alike(outcome.result, sound.result));
+    EXPECT_EQ(names(outcome.log), names(sound.log));
   });
 }
 
-TEST_P(FailureSweep, ContinueGoesOnWithoutACrash) {
+TEST_P(FailureSweep, ContinueKeepsWhatEveryOtherCallGives) {
   fake::Platform platform;
   platform->answer = kContinueAfterStep;
-  sweep(platform, [&](const Member& member, const Outcome&, const Outcome& outcome) {
+  sweep(platform, [&](const Member& member, const Outcome& sound, const Outcome& outcome) {
     if (letsErrorsPass(info(), member)) return;
     expectReported(platform);
-    EXPECT_FALSE(outcome.thrown);
+    ASSERT_FALSE(outcome.thrown);
+    const bool allSent = outcome.opened.size() == sound.opened.size();
+    for (const fake::Call& each : outcome.log) {
+      if (each.given.isEmpty()) continue;
+      if (holds(answered(sound), each.given)) {
+        EXPECT_TRUE(holds(answered(outcome), each.given)) << each.given.toText() << " is lost";
+      }
+      if (allSent && holds(sent(sound), each.given)) {
+        EXPECT_TRUE(holds(sent(outcome), each.given)) << each.given.toText() << " is not sent";
+      }
+    }
   });
 }
 

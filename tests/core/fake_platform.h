@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,11 +24,19 @@ struct Report {
   std::int32_t line;
 };
 
+/// A call that reached the platform, and what it gave where that can be told from other values: a
+/// text, or a number of its own.
+struct Call {
+  std::string name;
+  Value given;
+};
+
 struct Opened {
   std::string sql;
   std::int32_t mode, option, flag;
   Parameters parameters;
   std::string connection;
+  std::int32_t timeout;
 };
 
 /// What the platform is told to do, and what it saw.
@@ -43,19 +50,42 @@ struct Script {
   bool foreignCurrency = true;
   bool cacheAllowed = true;
   std::vector<std::string> columns{"A"};
-  std::map<std::string, Value> row;  // the one row of every recordset; empty for no row
+  std::map<std::string, Value> row;  // the row of every recordset; empty for no row
+  int rowCount = 1;                  // how often it comes
+  std::int32_t otherFields = 1;      // what fields hold that are not in the row; 0: each its own
   // Observations.
   int calls = 0;
+  std::vector<Call> log;   // the calls that did not fail, without those of reports
   int openRecordsets = 0;  // recordsets alive and not closed
+  int retriesEnded = 0;
   std::vector<Report> reports;
   std::vector<Opened> opened;
+  std::int32_t commandTimeout = 30;  // of every connection
 
   void enter(const char* call) {
     ++calls;
     if (failAt != 0 && calls >= failAt && calls < failAt + failures) {
       throw Error(kFailure, "Fake", std::string(call) + " failed");
     }
+    log.push_back({call, {}});
   }
+
+  /// Notes what the last call gives, and gives it.
+  template <class T>
+  T give(T value) {
+    log.back().given = value;
+    return value;
+  }
+
+  /// A number of its own for everything that has a name.
+  std::int32_t numberOf(const std::string& name) {
+    constexpr std::int32_t kFirst = 1001;
+    return numbers_.try_emplace(name, kFirst + static_cast<std::int32_t>(numbers_.size()))
+        .first->second;
+  }
+
+ private:
+  std::map<std::string, std::int32_t> numbers_;
 };
 using ScriptPtr = std::shared_ptr<Script>;
 
@@ -66,25 +96,30 @@ class FakeRecordset : public Recordset {
   }
   ~FakeRecordset() override { forget(); }
 
-  bool AtEnd() override { return enter("AtEnd"), past_ || script_->row.empty(); }
+  bool AtEnd() override { return enter("AtEnd"), position_ >= rowCount(); }
   std::int32_t FieldCount() override {
     return enter("FieldCount"), static_cast<std::int32_t>(script_->columns.size());
   }
   std::string FieldName(std::int32_t index) override {
-    return enter("FieldName"), script_->columns.at(static_cast<std::size_t>(index));
+    enter("FieldName");
+    return script_->give(script_->columns.at(static_cast<std::size_t>(index)));
   }
   ValueType FieldType(std::int32_t) override { return enter("FieldType"), ValueType::Long; }
-  Value Field(std::int32_t) override { return enter("Field"), Value(std::int32_t{1}); }
+  Value Field(std::int32_t index) override { return Field(std::to_string(index)); }
   Value Field(const std::string& name) override {
     enter("Field");
     const auto found = script_->row.find(name);
-    return found == script_->row.end() ? Value(std::int32_t{1}) : found->second;
+    if (found != script_->row.end()) return script_->give(found->second);
+    if (script_->otherFields != 0) return script_->otherFields;
+    return script_->give(Value(script_->numberOf(name)));
   }
-  void MoveFirst() override { enter("MoveFirst"), past_ = false; }
-  void MoveNext() override { enter("MoveNext"), past_ = true; }
-  bool Find(const std::string&) override {
-    enter("Find"), past_ = false;
-    return !script_->row.empty();
+  void MoveFirst() override { enter("MoveFirst"), position_ = 0; }
+  void MoveNext() override { enter("MoveNext"), ++position_; }
+  /// There is a row unless the criterion has a 2 in it, so that a search for what is free ends.
+  bool Find(const std::string& criterion) override {
+    enter("Find");
+    position_ = criterion.find('2') == std::string::npos ? 0 : rowCount();
+    return position_ < rowCount();
   }
   void AddNew() override { enter("AddNew"); }
   void SetField(const std::string&, const Value&) override { enter("SetField"); }
@@ -103,7 +138,10 @@ class FakeRecordset : public Recordset {
     if (!closed_) --script_->openRecordsets;
     closed_ = true;
   }
+  int rowCount() const { return script_->row.empty() ? 0 : script_->rowCount; }
+
   ScriptPtr script_;
+  int position_ = 0;
   bool closed_ = false;
   bool past_ = false;  // behind the one row
 };
@@ -115,7 +153,8 @@ class FakeConnection : public Connection {
   Ref<Recordset> OpenRecordset(const std::string& sql, std::int32_t mode, std::int32_t option,
                                const Parameters& parameters, std::int32_t flag) override {
     script_->enter("OpenRecordset");
-    script_->opened.push_back({sql, mode, option, flag, parameters, name_});
+    script_->opened.push_back(
+        {sql, mode, option, flag, parameters, name_, script_->commandTimeout});
     return make<FakeRecordset>(script_);
   }
   void Execute(const std::string&, std::int32_t& affected, std::int32_t,
@@ -123,8 +162,13 @@ class FakeConnection : public Connection {
     script_->enter("Execute");
     affected = 1;
   }
-  std::int32_t CommandTimeout() override { return script_->enter("CommandTimeout"), 0; }
-  void SetCommandTimeout(std::int32_t) override { script_->enter("SetCommandTimeout"); }
+  std::int32_t CommandTimeout() override {
+    return script_->enter("CommandTimeout"), script_->commandTimeout;
+  }
+  void SetCommandTimeout(std::int32_t seconds) override {
+    script_->enter("SetCommandTimeout");
+    script_->commandTimeout = seconds;
+  }
 
  private:
   ScriptPtr script_;
@@ -140,11 +184,13 @@ class FakeServices : public DataServices, public SettingsReader, public Utility 
     return make<FakeConnection>(script_, "default");
   }
   std::int16_t EngineType() override { return script_->enter("EngineType"), script_->engine; }
-  std::string GetParameter(const std::string&, const std::string& key, const std::string&,
+  std::string GetParameter(const std::string& name, const std::string& key, const std::string&,
                            Value& value, const Ref<Connection>&, std::int32_t) override {
     script_->enter("GetParameter");
-    value = key;
-    return key;
+    std::string text =
+        script_->otherFields != 0 ? key : script_->give(std::to_string(script_->numberOf(name)));
+    value = text;
+    return text;
   }
   void NotifyDataChange(const std::string&, std::int32_t, std::int32_t,
                         const Ref<Object>&) override {
@@ -158,7 +204,7 @@ class FakeServices : public DataServices, public SettingsReader, public Utility 
     return script_->enter("ParameterArray"), Parameters::array(values);
   }
   std::string NullSafe(const std::string& expression, std::int16_t, std::int32_t) override {
-    return script_->enter("NullSafe"), expression;
+    return script_->enter("NullSafe"), script_->give("NullSafe(" + expression + ")");
   }
   std::int32_t DaysInMonth(std::int32_t, std::int32_t) override {
     return script_->enter("DaysInMonth"), 30;
@@ -166,6 +212,13 @@ class FakeServices : public DataServices, public SettingsReader, public Utility 
   std::string FurtherAccountTypes(std::int32_t) override {
     return script_->enter("FurtherAccountTypes"), "6";
   }
+  std::string FormatCurrency(Currency amount) override {
+    return script_->enter("FormatCurrency"), "$" + amount.toText(2);
+  }
+  std::string FormatNumber(Currency number) override {
+    return script_->enter("FormatNumber"), Value(number).toText();
+  }
+  std::string DecimalSeparator() override { return script_->enter("DecimalSeparator"), "."; }
 
  private:
   ScriptPtr script_;
@@ -177,9 +230,14 @@ class FakeErrorService : public ErrorService {
   std::int32_t ReportError(std::int32_t number, const std::string& description,
                            const std::string& component, const std::string& className,
                            const std::string& method, std::int32_t line) override {
+    // Asking for this service was part of the report.
+    script_->log.resize(script_->log.size() - 2);
     script_->reports.push_back({number, description, component, className, method, line});
     if (script_->serviceRaises) throw Error(*script_->serviceRaises);
     return script_->answer;
+  }
+  void RetryEnded(const std::string&, const std::string&, std::int32_t) override {
+    ++script_->retriesEnded;
   }
 
  private:
@@ -279,8 +337,10 @@ class FakeApplication : public Application,
     script_->enter("Utility");
     return make<FakeServices>(script_);
   }
-  Ref<Object> Find(const std::string&) override { return script_->enter("Find"), nullptr; }
-  Ref<Object> Create(const std::string&, std::int32_t) override {
+  Ref<Object> Find(const std::string&, const ClassInfo*) override {
+    return script_->enter("FindObject"), nullptr;
+  }
+  Ref<Object> Create(const std::string&, std::int32_t, const ClassInfo*) override {
     script_->enter("Create");
     return make<FakeHelper>(script_);
   }

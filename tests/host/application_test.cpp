@@ -59,7 +59,7 @@ class Application : public testing::Test {
     return host.application()
         ->Context()
         ->Registry()
-        ->Find("castria-helper")
+        ->Find("castria-helper", nullptr)
         .as<CCastriaHelper>()
         ->Application();
   }
@@ -277,11 +277,12 @@ TEST_F(Application, TheThreadsApplicationIsTheInstalledHosts) {
     }
     EXPECT_EQ(QuorDataLib::currentApplication(), first.application());
     const auto context = first.application()->Context();
-    EXPECT_TRUE(
-        context->Factory()->Create("QuorCastriaFoundation.CCastriaHelper", 0).as<CCastriaHelper>());
-    EXPECT_THAT(raised(429, [&] { (void)context->Factory()->Create("Acme.Thing", 0); }),
+    EXPECT_TRUE(context->Factory()
+                    ->Create("QuorCastriaFoundation.CCastriaHelper", 0, nullptr)
+                    .as<CCastriaHelper>());
+    EXPECT_THAT(raised(429, [&] { (void)context->Factory()->Create("Acme.Thing", 0, nullptr); }),
                 HasSubstr("Acme.Thing"));
-    EXPECT_FALSE(context->Registry()->Find("nothing"));
+    EXPECT_FALSE(context->Registry()->Find("nothing", nullptr));
     EXPECT_FALSE(first.connection() == context->DataServices()->DefaultConnection());
   }
   raised(ErrorNumber::ObjectNotSet, [] { (void)QuorDataLib::currentApplication(); });

@@ -80,7 +80,7 @@ TEST_F(Tracing, FoundationValues) {
   const auto foundation = host.application()
                               ->Context()
                               ->Registry()
-                              ->Find("castria-helper")
+                              ->Find("castria-helper", nullptr)
                               .as<QuorCastriaFoundation::CCastriaHelper>()
                               ->Application();
   const auto company = foundation->Company();

@@ -32,6 +32,7 @@ TEST(Error, EveryExceptionBecomesOne) {
   EXPECT_EQ(own.description(), "no term");
   EXPECT_EQ(caught(std::bad_alloc()).number(), 7);
   EXPECT_EQ(caught(std::runtime_error("broken")).number(), 51);
+  EXPECT_EQ(caught(42).number(), 51);
   EXPECT_STREQ(caught(std::runtime_error("broken")).what(), "broken");
 }
 
