@@ -34,7 +34,7 @@ std::vector<NamedValue> flattened(const Value& result) {
   if (!object) return {{"result", Value::null()}};
   std::vector<NamedValue> properties;
   for (const Member& member : object->classInfo().members) {
-    if (member.kind == Member::Kind::Get && member.result.type != ValueType::Object) {
+    if (member.kind == Member::Kind::Get && member.result->type != ValueType::Object) {
       properties.push_back({member.name, member.invoke(*object, {})});
     }
   }

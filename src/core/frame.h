@@ -134,8 +134,11 @@ class HelperFrame : public QueryFrame {
   static std::vector<Member> members();
 
  protected:
-  /// Asks the application whether recordsets may be kept; its errors reach the creator.
-  HelperFrame() : cacheAllowed_(MUtils::IsRecordsetCacheAllowed()) {}
+  /// Asks the application whether recordsets may be kept. Its errors reach the creator: a method
+  /// that makes a helper does so in a step and gives the steps, so that a retry repeats no earlier
+  /// call.
+  explicit HelperFrame(Steps& step = Steps::untrapped())
+      : cacheAllowed_(MUtils::IsRecordsetCacheAllowed(step)) {}
 
   /// Whether recordsets are kept at present.
   [[nodiscard]] bool keepsRecordsets() const noexcept { return cacheOn_; }

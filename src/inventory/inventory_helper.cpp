@@ -7,14 +7,15 @@ namespace QuorAccQueries {
 
 namespace Sql = ItemSql;
 
-CInventoryHelper::CInventoryHelper()
-    : qtyCostAtSessionDate_(askCompany(Steps::untrapped(),
+CInventoryHelper::CInventoryHelper(Steps& step)
+    : HelperFrame(step),
+      qtyCostAtSessionDate_(askCompany(step,
                                        [](QuorCastriaFoundation::Company& company) {
                                          return company.GetParam("QtyCostAtSessionDate",
                                                                  std::int32_t{0});
                                        })
                                 .toBoolean()),
-      engineType_(engineType(Steps::untrapped())) {}
+      engineType_(engineType(step)) {}
 
 const ClassInfo& CInventoryHelper::info() {
   static const ClassInfo info = describeClass<CInventoryHelper>(

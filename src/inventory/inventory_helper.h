@@ -38,7 +38,7 @@ class CInventoryHelper : public HelperFrame {
   [[nodiscard]] const ClassInfo& classInfo() const override { return info(); }
 
   /// Reads what stays the same for the helper's life; errors reach the creator.
-  CInventoryHelper();
+  explicit CInventoryHelper(Steps& step = Steps::untrapped());
 
   /// Whether the item is a kit: sold as one and kept as its components.
   bool ItemIsKit(std::int32_t ItemID);

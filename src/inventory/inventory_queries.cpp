@@ -175,7 +175,7 @@ Ref<Recordset> CInventoryQueries::OpenQtyStockProj(std::int32_t ItemID, Date Fro
 
 bool CInventoryQueries::isKit(Steps& step, std::int32_t item) {
   if (!helper_) {
-    const Ref<CInventoryHelper> helper = step([] { return make<CInventoryHelper>(); });
+    const Ref<CInventoryHelper> helper = step([&] { return make<CInventoryHelper>(step); });
     step([&] { helper->SetCacheRecordsets(true); });
     helper_ = helper;
   }

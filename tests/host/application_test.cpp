@@ -225,6 +225,13 @@ TEST_F(Application, ErrorServiceAnswers) {
     EXPECT_EQ(report(retrying, 13), 2);
   }
 
+  // A step that was done in the end has no past when it fails again.
+  for (int error = 0; error < 3; ++error) {
+    EXPECT_EQ(report(retrying, 14), 0);
+    EXPECT_EQ(report(retrying, 14), 0);
+    retrying.application()->Context()->ErrorService()->RetryEnded("CThing", "GetIt", 14);
+  }
+
   const Host raising({});
   std::string source;
   try {
@@ -258,6 +265,22 @@ TEST_F(Application, UtilityFollowsTheDialect) {
   raised(ErrorNumber::InvalidArgument, [&] { (void)server->DaysInMonth(2023, 0); });
   EXPECT_EQ(server->FurtherAccountTypes(2), "6,7");
   raised(ErrorNumber::InvalidArgument, [&] { (void)server->FurtherAccountTypes(1); });
+  const auto typesSetTo = [](const char* types) {
+    return Host({.overrides = {{"Company.Param.FurtherExpenseAccountTypes", types}}})
+        .application()
+        ->Context()
+        ->Utility()
+        ->FurtherAccountTypes(2);
+  };
+  EXPECT_EQ(typesSetTo("8,12"), "8,12");
+  for (const char* none : {"", "6,", ",6", "6,,7", "6) OR (1=1", "six"}) {
+    EXPECT_THAT(raised(ErrorNumber::InvalidArgument, [&] { (void)typesSetTo(none); }),
+                HasSubstr("FurtherExpenseAccountTypes"));
+  }
+  const auto french = Host({.overrides = {{"Company.Param.Language", "F"}}}).application();
+  EXPECT_EQ(french->Context()->Utility()->FormatNumber(Currency::fromUnits(-12'500)), "-1,25");
+  EXPECT_EQ(server->FormatNumber(Currency::fromUnits(25'000)), "2.5");
+  EXPECT_EQ(server->DecimalSeparator(), ".");
 }
 
 TEST_F(Application, TheThreadsApplicationIsTheInstalledHosts) {
