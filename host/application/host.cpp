@@ -83,16 +83,13 @@ Host::Host(const HostOptions& options) : state_(std::make_shared<State>()) {
 }
 
 Host::~Host() {
-  try {
-    if (QuorDataLib::currentApplication() == state_->application) {
-      QuorDataLib::installApplication({});
-    }
-  } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch): the thread has none
-  }
+  if (QuorDataLib::heldApplication() == state_->application) QuorDataLib::installApplication({});
 }
 
 void Host::install() {
   QuorDataLib::installApplication([application = state_->application] { return application; });
+  // Held from now on, so that the host's end finds it.
+  static_cast<void>(QuorDataLib::currentApplication());
 }
 
 Ref<QuorDataLib::Application> Host::application() const { return state_->application; }

@@ -56,6 +56,7 @@ struct Script {
   // Observations.
   int calls = 0;
   std::vector<Call> log;   // the calls that did not fail, without those of reports
+  std::string failed;      // the last call that did
   int openRecordsets = 0;  // recordsets alive and not closed
   int retriesEnded = 0;
   std::vector<Report> reports;
@@ -65,7 +66,8 @@ struct Script {
   void enter(const char* call) {
     ++calls;
     if (failAt != 0 && calls >= failAt && calls < failAt + failures) {
-      throw Error(kFailure, "Fake", std::string(call) + " failed");
+      failed = call;
+      throw Error(kFailure, "Fake", failed + " failed");
     }
     log.push_back({call, {}});
   }

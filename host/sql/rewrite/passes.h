@@ -26,8 +26,8 @@ void foldUnions(Tree::Query& query, Arena& arena);
 /// Conditions: k is the only key of the groups, a whole number, and an index begins with it; p.id
 /// is known to be another one in each row, since a key that came again would be looked up again;
 /// and no sub-select reads g. Besides, that it is no more work: d is one table, one place reads a
-/// total, and c has nothing to do with another index; or a few keys narrow the select that holds the
-/// join, or one around it.
+/// total, and c has nothing to do with another index; or a few keys narrow the select that holds
+/// the join, or one around it.
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry
