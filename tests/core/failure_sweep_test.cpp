@@ -104,9 +104,11 @@ std::vector<Value> sent(const Outcome& outcome) {
   return all;
 }
 
-/// Whether `given` is one of `values`, as one of their types, or a part of a text among them.
+/// Whether `given` is one of `values`, as one of their types, or a part of a text among them. A
+/// boolean tells nothing.
 bool holds(const std::vector<Value>& values, const Value& given) {
   return std::ranges::any_of(values, [&](const Value& value) {
+    if (value.type() == ValueType::Boolean) return false;
     if (value.type() == ValueType::Text) {
       return value.text().find(given.toText()) != std::string::npos;
     }
