@@ -31,7 +31,8 @@ std::vector<Value> arguments(const Member& member, bool all) {
         values.emplace_back(all ? Date::of(2025, 3, 31) : Date());
         break;
       case ValueType::Text:
-        values.emplace_back(all ? "A" : "");
+        // Lists of account types are read; all other texts go where they go.
+        values.emplace_back(!all ? "" : argument.name == "AcctTypeIds" ? "1" : "A");
         break;
       case ValueType::Object:
         if (argument.type.className == Collection::kClassName) {
@@ -165,6 +166,7 @@ bool isTrapped(const std::string& className, const std::string& method) {
       "CInventoryHelper.GetAvgCostRangeForItem",
       "CInventoryHelper.CalculateAverageCostForRS",
       "CInventoryHelper.GetLastCostItem",
+      "CGeneralLedgerHelper.GetAccountCount",
   };
   if (kOthers.contains(className + "." + method)) return true;
   const ClassInfo* info = findClass(className);
