@@ -115,6 +115,11 @@ void addCompany(CLI::App& program, Action& action) {
                    "The same scale and seed make the same bytes [1]")
       ->type_name("N")
       ->check(wholeNumber(0, std::numeric_limits<std::uint64_t>::max()));
+  addChoice<QuorHost::Chart>(*creating, "--chart", options->create.chart,
+                             {{"fixed", QuorHost::Chart::Fixed},
+                              {"french", QuorHost::Chart::French},
+                              {"custom", QuorHost::Chart::Own}},
+                             "Kind of the sample's chart of accounts [fixed]");
   creating->add_flag("--force", options->create.force, "Replace an existing file");
 
   CLI::App* const importing = add("import", "Load a CSV file into a table", importRows);

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "host/company/check_ledger.h"
 #include "host/company/company.h"
 
 namespace QuorHost {
@@ -63,6 +64,9 @@ std::vector<std::string> checkCompany(Store& store) {
                          broken->Field(1).toText() + rule.after);
     }
   }
+  const auto report = [&](const std::string& finding) { findings.push_back(finding); };
+  checkLedgerDocuments(store, report);
+  checkBalanceSheets(store, report);
   return findings;
 }
 

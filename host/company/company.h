@@ -21,14 +21,19 @@ inline constexpr std::int32_t kLargestScale = 100'000;
 /// Called a few hundred times at most.
 using Progress = std::function<void(std::string_view what, std::int64_t done, std::int64_t total)>;
 
+/// Kinds of charts of accounts, by the numbers that `CieInfo.AccountTypeChart` has for them.
+enum class Chart : std::uint8_t { Fixed = 1, French = 2, Own = 3 };
+
 struct CreateOptions {
   /// Fill the company with a believable trading business.
   bool sample = false;
   /// Size of the sample in thousands of customer invoices; everything else grows with it. 1 or
   /// more.
   std::int32_t scale = 1;
-  /// The same scale and seed give the same bytes.
+  /// The same scale, seed and chart give the same bytes.
   std::uint64_t seed = 1;
+  /// The numbers and types of the sample's accounts.
+  Chart chart = Chart::Fixed;
   /// Replace an existing file.
   bool force = false;
 };

@@ -27,7 +27,7 @@ void writeParameters(Store& store) {
 
   Table texts(store, "CieSetting", {"SettingName", "SettingText"});
   texts.add({"1056", "The balance of account {0}{1} is {2}."});
-  texts.add({"1057", "Only an account without a balance can be closed."});
+  texts.add({"1057", "Le solde du compte {0}{1} est de {2}."});
 
   Table settings(store, "AppSetting", {"SettingNo", "SettingValue"});
   settings.add({133, 1});

@@ -29,7 +29,8 @@ Made madeBy(std::string_view statement) {
   while (takeWord(statement).starts_with("--")) {
     statement.remove_prefix(std::min(statement.find('\n'), statement.size()));
   }
-  const std::string_view kind = takeWord(statement);
+  std::string_view kind = takeWord(statement);
+  if (kind == "UNIQUE") kind = takeWord(statement);
   return {kind == "INDEX", takeWord(statement)};
 }
 

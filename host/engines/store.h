@@ -99,7 +99,7 @@ enum class Durability : std::uint8_t {
 
 /// Version of the company schema that this build makes, and the newest that it reads. A file
 /// without a version (0) opens, too: it holds whatever `define` made in it.
-inline constexpr int kNewestSchemaVersion = 2;
+inline constexpr int kNewestSchemaVersion = 3;
 
 /// Opens the company file at `path`. Raises 75 with a message that says what to do for a missing,
 /// unreadable, truncated, locked or foreign file, and for one of a newer schema version.

@@ -50,6 +50,29 @@ TEST_F(Check, FindsALedgerThatDoesNotBalance) {
                   "Row 5 of GLDet is posted to account 9999, which is missing in GLAcct"));
 }
 
+TEST_F(Check, FindsABalanceSheetThatDoesNotBalance) {
+  import(*store_, "AccountType", "ID,ExAcctTypeDefId\n1,1\n4,2\n");
+  import(*store_, "FiscalYearHdr",
+         "ID,BegDate,EndDate\n1,2023-01-01,2023-12-31\n"
+         "2,2024-01-01,2024-12-31\n");
+  import(*store_, "FiscalYearDet",
+         "ID,ExID,BegDate,EndDate\n1,1,2023-12-01,2023-12-31\n"
+         "2,2,2024-01-01,2024-01-31\n3,2,2024-02-01,2024-02-29\n");
+  import(*store_, "GLAcct", "InGLAcctId,GLAcctId,AcctType\n1,1,1\n4,4,4\n5,5,\n");
+  import(*store_, "GLDet",
+         "SeqNo,DetDate,Source,ExAcctId,DetAmnt\n8,2023-12-31,GJ,1,7\n8,2023-12-31,GJ,4,-7\n"
+         "9,2024-02-03,GJ,1,2\n9,2024-02-03,GJ,5,-2\n");
+  import(*store_, "GJTrxHdr", "InGJTrxId,TrxDate\n8,2023-12-31\n");
+  import(*store_, "GJTrxDet", "ExGJTrxId,ExGLAcctId,Amount\n8,1,7\n8,4,-6\n");
+  tamper(
+      "UPDATE GLAcct SET AcctType = 1 WHERE InGLAcctId = 1100; "
+      "UPDATE GLAcct SET AcctType = 4 WHERE InGLAcctId = 4010;");
+  EXPECT_THAT(checkCompany(*store_),
+              ElementsAre("The lines of journal entry 8 of GJTrxHdr add up to 1 and not to zero",
+                          HasSubstr("The balance sheet of 2024-02-29 does not balance: assets, "
+                                    "liabilities, equity and earnings add up to 2.00")));
+}
+
 TEST_F(Check, FindsRowsThatPointAtNothing) {
   tamper("DELETE FROM InvoiHdr WHERE InInvoiId = 1");
   EXPECT_THAT(

@@ -111,7 +111,16 @@ TEST_P(SampleBooks, EveryTransactionBelongsToADocument) {
       {"InvoiHdr WHERE InvoiType <> 51 AND TotAmnt <> 0", "'INV'"},
       {"PurcHdr WHERE PurcType < 51 AND TotAmnt <> 0", "'PUR', 'EXP'"},
       {"PmtHdr", "'PMT'"},
-      {"SuppPmtHdr", "'CHQ'"}};
+      {"SuppPmtHdr", "'CHQ'"},
+      {"DepHdr", "'DEP'"},
+      {"BankTransfer", "'TRF'"},
+      {"GJTrxHdr", "'GJ'"},
+      {"TaxTrxHdr", "'TAX'"},
+      {"RPDPmtHdr", "'RPD'"},
+      // A cancelled pay is posted back.
+      {"(SELECT InTrxPayId FROM TrxPay UNION ALL SELECT InTrxPayId FROM TrxPay WHERE Canceled <> 0)"
+       " AS Pays",
+       "'PAY'"}};
   for (const auto& [documents, sources] : kSources) {
     EXPECT_EQ(count(std::string("(SELECT DISTINCT SeqNo FROM GLDet WHERE Source IN (") + sources +
                     ")) AS Posted"),
@@ -147,7 +156,16 @@ TEST_P(SampleBooks, ShowWhatATradingBusinessHas) {
       "SuppOpenRec_View",
       "SuppOpenPurcOrd_View",
       "PurcOpenExpectedRec_View WHERE QtyExpected > 0",
-      "GLDet WHERE ExProjId > 0 AND Source = 'INV' AND ExAcctId = 1310"};
+      "GLDet WHERE ExProjId > 0 AND Source = 'INV' AND ExAcctId = 1310",
+      "GLDet WHERE ExProjId > 0 AND Source = 'PAY'",
+      "TrxPayDetails INNER JOIN PayCode ON PayCode.InPayCodeId = TrxPayDetails.ExPayCodeId WHERE "
+      "PayCodeType = 4 AND ExProjId > 0",
+      "TrxPay WHERE Canceled <> 0",
+      "DepHdr WHERE SalesAmnt > 0",
+      "GJTrxHdr WHERE SalesAmnt > 0",
+      "BankTransfer WHERE ExGLAcctIdFrom = 1030",
+      "TaxTrxHdr WHERE ChqAmnt > 0",
+      "GLAcct WHERE CreatedByUser <> 0"};
   for (const char* const each : kCases) EXPECT_GT(count(each), 0) << each;
   EXPECT_EQ(count("InvoiHdr WHERE InvoiType IN (1, 2, 3)"), 1000);
 }
@@ -166,6 +184,30 @@ TEST_P(SampleBooks, CompleteDocumentsAddUp) {
         "GROUP BY ExPurcId) AS Lines ON Lines.Document = PurcHdr.InPurcId"}) {
     EXPECT_EQ(count(std::string(lines) + " WHERE Lines.Total <> DetAmnt"), 0) << lines;
   }
+}
+
+TEST_P(SampleBooks, PaysAndRemittancesAddUp) {
+  const std::string lines =
+      "(SELECT ExTrxPayId, SUM(CASE WHEN PayCodeType IN (3, 4) THEN Amount ELSE 0 END) AS Gross, "
+      "SUM(CASE WHEN PayCodeType = 1 THEN Amount ELSE 0 END) AS Deducted FROM TrxPayDetails INNER "
+      "JOIN PayCode ON PayCode.InPayCodeId = TrxPayDetails.ExPayCodeId GROUP BY ExTrxPayId) AS "
+      "Lines";
+  if (GetParam() == Dialect::Server) {
+    EXPECT_EQ(count("TrxPay INNER JOIN " + lines +
+                    " ON Lines.ExTrxPayId = TrxPay.InTrxPayId WHERE "
+                    "Gross <> GrossAmnt OR Gross - Deducted <> NetAmnt"),
+              0);
+  }
+  // What was withheld until the end of February is remitted, and nothing else.
+  for (const char* const account : {"2310", "2320"}) {
+    EXPECT_EQ(query(std::string("SELECT SUM(DetAmnt) FROM GLDet WHERE ExAcctId = ") + account +
+                        " AND ((Source = 'PAY' AND DetDate < ?) OR Source = 'RPD')",
+                    QuorDataLib::Parameters::single(Date::of(2025, 3, 1))),
+              std::vector<std::string>{"0"});
+  }
+  EXPECT_EQ(count("(SELECT ExGLAcctId, ChqNo FROM AllIssuedChecks_View WHERE TrxType <> 2 GROUP BY "
+                  "ExGLAcctId, ChqNo HAVING COUNT(*) > 1) AS Twice"),
+            0);
 }
 
 }  // namespace

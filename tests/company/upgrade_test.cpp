@@ -17,14 +17,39 @@ using QuorHost::Testing::runRaw;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+/// Takes what `kind` of definition is called `name` out of a company.
+std::string dropped(const std::string& kind, const std::string& name) {
+  return "DROP " + kind + " " + name + "; DELETE FROM QuorCatalogue WHERE Name = '" + name + "';";
+}
+
+/// The same of a table with its indexes.
+std::string droppedTable(const std::string& name) {
+  return dropped("TABLE", name) + "DELETE FROM QuorCatalogue WHERE Name LIKE '" + name + "By%';";
+}
+
+/// Takes away what version 3 has brought of the ledger.
+std::string withoutTheLedgersDocuments() {
+  std::string back = dropped("VIEW", "AllIssuedChecks_View");
+  for (const char* const index :
+       {"GLAcctByNumber", "GLDetByRef", "SuppPmtHdrByChq", "PmtHdrByChq"}) {
+    back += dropped("INDEX", index);
+  }
+  for (const char* const table :
+       {"GLAcctBudget", "GLAcctSegmentBudget", "GJTrxDet", "GJTrxHdr", "BankTransfer", "DepDet",
+        "DepHdr", "TaxTrxHdr", "TaxCode", "PmtMeth", "RPDPmtDet", "RPDPmtHdr", "TrxPayDetails",
+        "TrxPay", "PayCode", "Empl"}) {
+    back += droppedTable(table);
+  }
+  return back;
+}
+
 /// The sample as version 1 of the schema had it.
 void makeVersion1(const std::string& path) {
   QuorHost::createCompany(path, {.sample = true});
-  std::string back = "PRAGMA user_version=1;";
+  std::string back = "PRAGMA user_version=1;" + withoutTheLedgersDocuments();
   for (const char* const added :
        {"InvoiHdrById", "InvoiHdrByType", "PurcHdrById", "PurcHdrByStatus"}) {
-    back.append("DROP INDEX ").append(added).append("; DELETE FROM QuorCatalogue WHERE Name = '");
-    back.append(added).append("';");
+    back += dropped("INDEX", added);
   }
   runRaw(path, back);
 }
@@ -65,6 +90,16 @@ TEST(OlderSchema, IsBroughtUpToDateByOneOfSeveralProcesses) {
   for (const pid_t child : children) EXPECT_EQ(QuorHost::Testing::statusOf(child), 0);
 }
 
+TEST(OlderSchema, IsOpenedAlthoughAccountsShareANumber) {
+  const Folder folder;
+  const std::string path = folder.file("company");
+  makeVersion1(path);
+  runRaw(path, "INSERT INTO GLAcct (GLAcctId, AcctType) VALUES ('6050', 6)");
+  const auto store = QuorHost::openCompany(path, Access::Write);
+  EXPECT_THAT(QuorHost::checkCompany(*store),
+              testing::ElementsAre("The account number 6050 is that of 2 accounts of GLAcct"));
+}
+
 TEST(OlderSchema, StaysAsItIsWhereItCannotBeChanged) {
   const Folder folder;
   const std::string path = folder.file("company");
@@ -75,7 +110,7 @@ TEST(OlderSchema, StaysAsItIsWhereItCannotBeChanged) {
     static_cast<void>(QuorHost::openCompany(path, Access::Read));
     ADD_FAILURE() << "it was opened";
   } catch (const companytest::Error& error) {
-    EXPECT_THAT(error.description(), HasSubstr("older schema (1, here 2)"));
+    EXPECT_THAT(error.description(), HasSubstr("older schema (1, here 3)"));
   }
   EXPECT_EQ(QuorHost::openCompanyFile(path, Access::Read)->schemaVersion(), 1);
 }

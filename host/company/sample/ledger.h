@@ -13,6 +13,10 @@
 namespace QuorHost::Sample {
 
 /// Posts transactions to `GLDet` one after the other, each in balance.
+///
+/// The bank accounts are reconciled with the bank every month, for the last time a month before the
+/// sample's last day. What the bank had by then is conciliated; what is older and was still on its
+/// way, or was never cashed, is unconciliated; what came later is neither.
 class Ledger {
  public:
   explicit Ledger(Store& store);
@@ -32,17 +36,19 @@ class Ledger {
   /// Begins a transaction.
   void begin(const Heading& heading);
 
+  /// Lines from here on are in another currency, or belong to another project.
+  void inCurrency(std::int32_t currency) { heading_.currency = currency; }
+  void onProject(std::int32_t project) { heading_.project = project; }
+
   /// Posts a line of `home` (debits positive) and `foreign`, in the transaction's currency, unless
   /// both are zero. Only accounts of income, expense and work in progress get the
   /// transaction's project.
   void line(std::int32_t account, Cents home, Cents foreign);
+  /// The same in home currency.
+  void line(std::int32_t account, Cents amount) { line(account, amount, amount); }
 
   /// Ends a transaction; raises an internal error when it does not balance.
   void end();
-
-  /// A journal entry of two lines in home currency that moves `amount` from one account to another.
-  void transfer(int day, std::string_view description, std::int32_t from, std::int32_t to,
-                Cents amount);
 
   /// The balance of an account in home currency.
   [[nodiscard]] Cents balance(std::int32_t account) const {
@@ -50,10 +56,12 @@ class Ledger {
   }
 
  private:
+  enum class Bank : std::uint8_t { NotYet, Conciliated, Unconciliated };
+  [[nodiscard]] Bank reconciled(std::int32_t account, bool deposit) const;
+
   Table lines_;
   Heading heading_;
   std::int32_t sequence_ = 0;
-  std::int32_t journal_ = 0;
   Cents open_ = 0;
   std::vector<Cents> balances_;
 };

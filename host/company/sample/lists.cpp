@@ -62,12 +62,12 @@ bool projectRuns(std::int32_t project, int day) {
   return day >= each.firstDay && day <= each.lastDay;
 }
 
-void writeLists(Store& store) {
+void writeLists(Store& store, Chart chart) {
   Table company(store, "CieInfo",
                 {"InCieId", "Name", "HomeCurrencyId", "ForeignCurrencyUsed", "AccountTypeChart",
                  "SessionDate", "ExGLAcctCurrencyId"});
-  company.add({1, "Les Matériaux Boréal / Boreal Supply inc.", kHomeCurrency, true, 1,
-               dateOf(kDays - 1), Acct::kExchangeDifferences});
+  company.add({1, "Les Matériaux Boréal / Boreal Supply inc.", kHomeCurrency, true,
+               static_cast<std::int32_t>(chart), dateOf(kDays - 1), Acct::kExchangeDifferences});
 
   writeFiscalYears(store);
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/engines/store.h"
+#include "host/company/company.h"
 
 namespace QuorHost::Sample {
 
@@ -13,6 +13,6 @@ inline constexpr std::int32_t kProjects = 8;
 bool projectRuns(std::int32_t project, int day);
 
 /// Fills `CieInfo`, `FiscalYearHdr`, `FiscalYearDet`, `WorldCurrency`, `Segment` and `Proj`.
-void writeLists(Store& store);
+void writeLists(Store& store, Chart chart);
 
 }  // namespace QuorHost::Sample

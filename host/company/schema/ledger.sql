@@ -30,9 +30,12 @@ CREATE TABLE GLAcct (
 -- the line's own currency `ExCurrencyID`, the same as `DetAmnt` where that is the home currency and
 -- zero for an exchange difference.
 -- `Source` tells where a transaction comes from and `ExSrcKeyVal` which document it is: INV
--- (InvoiHdr), PMT (PmtHdr), PUR and EXP (PurcHdr: purchases and expenses), CHQ (SuppPmtHdr), GJ (a
--- journal entry, by its number). `ExProjId` and `ExSegmentId` stand here and not in the document
--- headers, which statements join with this table.
+-- (InvoiHdr), PMT (PmtHdr), PUR and EXP (PurcHdr: purchases and expenses), CHQ (SuppPmtHdr), GJ
+-- (GJTrxHdr), DEP (DepHdr), TRF (BankTransfer), TAX (TaxTrxHdr), PAY (TrxPay), RPD (RPDPmtHdr).
+-- `DetRef` is the document's or the cheque's number. `ExProjId` and `ExSegmentId` stand here and
+-- not in the document headers, which statements join with this table.
+-- On a bank account, `Conciliated` marks what was found on the bank's statements, `Unconciliated`
+-- what should have been on the last one and was not; a line that came later has neither.
 CREATE TABLE GLDet (
   InGLDetId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
   SeqNo INT NOT NULL,
@@ -51,6 +54,8 @@ CREATE TABLE GLDet (
   Unconciliated BIT DEFAULT 0
 );
 
+-- Nobody gets a number twice, also when several make accounts at a time.
+CREATE UNIQUE INDEX GLAcctByNumber ON GLAcct (GLAcctId);
 -- Histories and balances of an account over dates.
 CREATE INDEX GLDetByAcct ON GLDet (ExAcctId, DetDate, SeqNo)
   INCLUDE (DetAmnt, ForeignAmnt, ExProjId, ExSegmentId);
@@ -58,3 +63,5 @@ CREATE INDEX GLDetByAcct ON GLDet (ExAcctId, DetDate, SeqNo)
 CREATE INDEX GLDetByProj ON GLDet (ExProjId, DetDate) INCLUDE (ExAcctId, DetAmnt);
 -- From a document to its postings.
 CREATE INDEX GLDetBySource ON GLDet (ExSrcKeyVal) INCLUDE (Source, SeqNo);
+-- From a cheque's or a deposit's number to its postings.
+CREATE INDEX GLDetByRef ON GLDet (DetRef);
