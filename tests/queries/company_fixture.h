@@ -85,6 +85,7 @@ class CompanyFile {
   }
 
   [[nodiscard]] QuorHost::Store& store() const { return *store_; }
+  [[nodiscard]] std::string path() const { return path_.string(); }
 
  private:
   std::filesystem::path path_;

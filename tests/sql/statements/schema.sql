@@ -104,19 +104,9 @@ CREATE TABLE GLAcct (
 CREATE TABLE AccountType (
   ID INT NOT NULL PRIMARY KEY, AcctPrefix VARCHAR(6), ExAcctTypeDefId INT, ReverseBalance BIT
 );
-CREATE TABLE RPDPmtHdr (ChqNo VARCHAR(20), DateFrom DATETIME, DateTo DATETIME);
-CREATE TABLE AllIssuedChecks_View (
-  ChqId INT, ExGLAcctId INT, ChqDate DATETIME, ChqNo VARCHAR(20), ChqAmnt MONEY,
-  PayTo VARCHAR(60), TrxType INT
-);
-CREATE TABLE DepHdr (SalesAmnt MONEY, ExchangeRate FLOAT, DepDate DATETIME, ExCurrencyId INT);
-CREATE TABLE GJTrxHdr (SalesAmnt MONEY, ExchangeRate FLOAT, TrxDate DATETIME, ExCurrencyId INT);
-CREATE TABLE FiscalYearHdr (ID INT NOT NULL PRIMARY KEY);
 CREATE TABLE FiscalYearDet (
   ID INT NOT NULL PRIMARY KEY, ExID INT, BegDate DATETIME, EndDate DATETIME
 );
-CREATE TABLE GLAcctBudget (Amount MONEY, ExGLAcctId INT, ExFiscalYearDetId INT);
-CREATE TABLE QuorAcctParams (ParamName VARCHAR(50) NOT NULL PRIMARY KEY, ParamValue INT);
 
 CREATE TABLE InvenDet (
   ExItemId INT, Qty DECIMAL(18,4), DetDate DATETIME, Type INT, SeqNo INT, InTrxId INT,
