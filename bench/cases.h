@@ -20,6 +20,10 @@ void addAccounts(Suite& suite, Companies& companies, int scale);
 /// Statements that a rewriting could make slow, each against itself as it is written.
 void addTraps(Suite& suite, Companies& companies, int scale);
 
+/// The ledger: the history of an account and a trial balance in that company, and new account
+/// numbers in a large chart.
+void addLedger(Suite& suite, Companies& companies, int scale);
+
 /// Recordsets: rows read as values, single rows by key, finding in a recordset that is kept, and
 /// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);

@@ -55,6 +55,8 @@ class Companies {
   /// The same file, opened once more for a single measurement.
   std::shared_ptr<Company> openApart(int scale) const;
 
+  [[nodiscard]] const std::string& folder() const { return folder_; }
+
  private:
   /// The file of that company, which is made when it is not there.
   [[nodiscard]] std::string file(int scale) const;

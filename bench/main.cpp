@@ -43,6 +43,7 @@ int main(int argc, char** argv) try {
   if (!scales.empty()) {
     QuorBench::addAccounts(suite, companies, std::ranges::max(scales));
     QuorBench::addTraps(suite, companies, std::ranges::max(scales));
+    QuorBench::addLedger(suite, companies, std::ranges::max(scales));
   }
   QuorBench::addRecordsets(suite, companies);
   return suite.run(static_cast<int>(arguments.size()), arguments.data());
