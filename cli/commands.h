@@ -16,6 +16,7 @@ void addDescribe(CLI::App& program, Action& action);
 void addCall(CLI::App& program, Action& action);
 void addSql(CLI::App& program, Action& action);
 void addAging(CLI::App& program, Action& action);
+void addLedger(CLI::App& program, Action& action);
 void addManual(CLI::App& program, Action& action);
 
 }  // namespace QuorCli

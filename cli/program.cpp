@@ -128,6 +128,7 @@ int run(const std::vector<std::string>& arguments, Console& console) {
   addCall(program, action);
   addSql(program, action);
   addAging(program, action);
+  addLedger(program, action);
   addManual(program, action);
   program.footer("'quoracc COMMAND --help' tells more about a command.");
   if (const auto done = parse(program, arguments, console)) return *done;

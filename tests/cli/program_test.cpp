@@ -64,6 +64,11 @@ TEST(Program, refusesEveryWrongUseWithExitTwo) {
       {{"aging", "customers", "--company", "x", "--buckets", "60,30"}, "--buckets"},
       {{"aging", "customers", "--company", "x", "--by", "age"}, "none of document|due"},
       {{"aging", "customers", "--company", "x", "--cache"}, "has no CacheRecordsets"},
+      {{"ledger"}, "say which command of 'quoracc ledger'"},
+      {{"ledger", "account", "--company", "x"}, "say which account"},
+      {{"ledger", "account", "1", "--company", "x", "--from", "2025-02-01", "--to", "2025-01-31"},
+       "comes before"},
+      {{"ledger", "income-statement", "--company", "x", "--compare", "x"}, "budget|last-year"},
   };
   for (const Case& wrong : cases) {
     const Outcome outcome = runProgram(wrong.arguments);
@@ -100,6 +105,8 @@ TEST(Program, helpAndVersionGoToStandardOutput) {
                                                        {"call"},
                                                        {"sql"},
                                                        {"aging"},
+                                                       {"ledger"},
+                                                       {"ledger", "checks"},
                                                        {"manual"},
                                                        {"completion"}};
   for (std::vector<std::string> command : commands) {

@@ -1,0 +1,128 @@
+// The reports of the ledger on the sample company: what they say must agree with each
+// other and with the books.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "platform/currency.h"
+#include "tests/cli/run_program.h"
+#include "tests/cli/temporary_path.h"
+
+namespace QuorCli {
+namespace {
+
+using nlohmann::json;
+using QuorDataLib::Currency;
+using QuorTest::Outcome;
+using QuorTest::runProgram;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class SampleReports : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    ASSERT_EQ(runProgram({"company", "create", file(), "--sample", "--force"}).code, kDone);
+  }
+  static void TearDownTestSuite() { std::filesystem::remove(file()); }
+  static std::string file() { return temporaryPath("reports"); }
+
+  static Outcome run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"--company", file()});
+    Outcome outcome = runProgram(arguments);
+    EXPECT_EQ(outcome.code, kDone) << outcome.err;
+    return outcome;
+  }
+
+  /// The rows of a report, by the names of its columns. Nothing may be out of balance.
+  static std::vector<json> rows(std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"--format", "jsonl"});
+    const Outcome outcome = run(arguments);
+    EXPECT_THAT(outcome.err, IsEmpty());
+    std::vector<json> rows;
+    std::istringstream lines(outcome.out);
+    for (std::string line; std::getline(lines, line);) rows.push_back(json::parse(line));
+    return rows;
+  }
+
+  static Currency amount(const json& value) {
+    return value.is_null() ? Currency() : *Currency::parse(value.get<std::string>());
+  }
+  static Currency sum(const std::vector<json>& rows, const std::string& column) {
+    Currency sum;
+    for (const json& row : rows) sum += amount(row[column]);
+    return sum;
+  }
+};
+
+const std::vector<std::string> kDays{"2022-04-01", "2023-03-31", "2023-04-01", "2024-10-17",
+                                     "2025-03-31"};
+
+TEST_F(SampleReports, theLedgersTotalsAreEqualOnEveryDay) {
+  for (const std::string& day : kDays) {
+    const std::vector<json> trial = rows({"ledger", "trial-balance", "--as-of", day});
+    EXPECT_EQ(sum(trial, "Debit"), sum(trial, "Credit")) << day;
+    EXPECT_GT(sum(trial, "Debit"), Currency()) << day;
+    Currency difference;
+    for (const json& row : rows({"ledger", "balance-sheet", "--as-of", day})) {
+      difference += row["Side"] == "Assets" ? amount(row["Balance"]) : -amount(row["Balance"]);
+    }
+    EXPECT_EQ(difference, Currency()) << day;
+  }
+  EXPECT_THAT(run({"ledger", "trial-balance"}).out, HasSubstr("Debits and credits are equal."));
+}
+
+TEST_F(SampleReports, theIncomeStatementIsWhatTheYearAddsToTheBalanceSheet) {
+  const std::vector<json> year = rows({"ledger", "income-statement", "--compare", "last-year"});
+  Currency net;
+  Currency before;
+  for (const json& row : year) {
+    const bool revenue = row["Side"] == "Revenue";
+    net += revenue ? amount(row["Amount"]) : -amount(row["Amount"]);
+    before += revenue ? amount(row["LastYear"]) : -amount(row["LastYear"]);
+    EXPECT_EQ(amount(row["Difference"]), amount(row["Amount"]) - amount(row["LastYear"]));
+  }
+  const auto balanceOf = [](const std::string& day, const std::string& account) {
+    for (const json& row : rows({"ledger", "balance-sheet", "--all", "--as-of", day})) {
+      if (row["AccountId"].dump() == account) return amount(row["Balance"]);
+    }
+    return Currency();
+  };
+  const std::string earnings =
+      rows({"sql", "SELECT ParamValue FROM QuorAcctParams WHERE ParamName = 'GLCurntEarn'"})
+          .at(0)["ParamValue"]
+          .dump();
+  EXPECT_EQ(net, balanceOf("2025-03-31", earnings));
+  EXPECT_EQ(before, balanceOf("2024-03-31", earnings));
+  EXPECT_NE(net, Currency());
+}
+
+TEST_F(SampleReports, anAccountIsCarriedForwardToItsBalance) {
+  for (const json& row : rows({"ledger", "trial-balance"})) {
+    const std::string code = row["AccountCode"];
+    const std::vector<json> lines = rows({"ledger", "account", code, "--from", "2025-01-01"});
+    if (lines.empty()) continue;
+    const Currency balance = amount(row["Debit"]) - amount(row["Credit"]);
+    EXPECT_EQ(amount(lines.back()["Balance"]), balance) << code;
+    const json& first = lines.front();
+    const Currency forward =
+        amount(first["Balance"]) - amount(first["Debit"]) + amount(first["Credit"]);
+    EXPECT_EQ(forward + sum(lines, "Debit") - sum(lines, "Credit"), balance) << code;
+  }
+}
+
+TEST_F(SampleReports, whatIsNotReconciledIsBetweenTheBooksAndTheBank) {
+  const std::vector<json> accounts = rows({"ledger", "checks", "--summary"});
+  const std::vector<json> lines = rows({"ledger", "checks"});
+  EXPECT_EQ(sum(lines, "Deposit"), sum(accounts, "Deposits"));
+  EXPECT_EQ(sum(lines, "Cheque"), sum(accounts, "Cheques"));
+  EXPECT_EQ(sum(accounts, "BankBalance"),
+            sum(accounts, "BookBalance") - sum(lines, "Deposit") + sum(lines, "Cheque"));
+}
+
+}  // namespace
+}  // namespace QuorCli
