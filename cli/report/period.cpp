@@ -14,6 +14,11 @@ Date parseDay(const std::string& option, const std::string& text) {
   return *date;
 }
 
+Date endOfDay(Date day) {
+  const Date::Civil civil = day.civil();
+  return Date::of(civil.year, civil.month, civil.day, 23, 59, 59);
+}
+
 std::int64_t daysBetween(Date from, Date to) {
   constexpr std::int64_t kSecondsPerDay = 86'400;
   return (to.dateOnly().seconds() - from.dateOnly().seconds()) / kSecondsPerDay;

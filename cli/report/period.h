@@ -13,6 +13,10 @@ namespace QuorCli {
 /// without a time of day.
 [[nodiscard]] QuorDataLib::Date parseDay(const std::string& option, const std::string& text);
 
+/// The last second of a day: what a member's upper date has to be, so that documents with a time of
+/// day belong to their day. A lower date is the day itself.
+[[nodiscard]] QuorDataLib::Date endOfDay(QuorDataLib::Date day);
+
 /// Days from one to the other; negative when `to` comes first.
 [[nodiscard]] std::int64_t daysBetween(QuorDataLib::Date from, QuorDataLib::Date to);
 

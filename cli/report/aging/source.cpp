@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "cli/report/period.h"
 #include "cli/words/names.h"
 
 namespace QuorCli {
@@ -103,7 +104,7 @@ std::vector<Value> agingArguments(const Target& target, const AgingSource& sourc
   return bindArguments(
       target, {{source.allArgument, request.all},
                {source.partyArgument, request.party},
-               {source.dateArgument, request.asOf},
+               {source.dateArgument, endOfDay(request.asOf)},
                {source.fieldsArgument,
                 request.by == AgeBy::Due ? fieldsWithDueDate(source, request) : std::string()},
                {"ByCurrency", request.byCurrency}});
