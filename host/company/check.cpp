@@ -1,7 +1,9 @@
-#include <array>
+#include "host/company/checks/check.h"
 
-#include "host/company/check_ledger.h"
+#include <algorithm>
+
 #include "host/company/company.h"
+#include "platform/error.h"
 
 namespace QuorHost {
 
@@ -10,63 +12,104 @@ namespace {
 using QuorDataLib::Recordset;
 using QuorDataLib::Ref;
 
-/// A rule of the books. `query` yields the rows that break it: their key, and the value that is
-/// wrong. References that the schema declares are the engine's to check.
-struct Rule {
-  const char* query;
-  /// The finding's text, its parts around the key and the value.
-  const char* before;
-  const char* between;
-  const char* after;
-};
+/// The text of a finding on one line, whatever the data in it hold.
+std::string onOneLine(std::string text) {
+  constexpr unsigned char kDelete = 0x7F;
+  std::ranges::replace_if(
+      text,
+      [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < ' ' || byte == kDelete;
+      },
+      ' ');
+  return text;
+}
 
-constexpr std::array kRules = {
-    Rule{"SELECT SeqNo, SUM(DetAmnt) FROM GLDet GROUP BY SeqNo HAVING SUM(DetAmnt) <> 0 "
-         "ORDER BY SeqNo",
-         "Ledger transaction ", " of GLDet does not balance: its lines add up to ", ""},
-    Rule{"SELECT GLDet.InGLDetId, GLDet.ExAcctId FROM GLDet "
-         "LEFT JOIN GLAcct ON GLAcct.InGLAcctId = GLDet.ExAcctId "
-         "WHERE GLAcct.InGLAcctId IS NULL ORDER BY GLDet.InGLDetId",
-         "Row ", " of GLDet is posted to account ", ", which is missing in GLAcct"},
-    Rule{"SELECT InPmtDetId, ExPmtId FROM PmtDet "
-         "WHERE (ExInvoiId IS NULL AND ExPmtRefId IS NULL) "
-         "OR (NOT ExInvoiId IS NULL AND NOT ExPmtRefId IS NULL) ORDER BY InPmtDetId",
-         "Row ", " of PmtDet (payment ", ") must name either a document or an earlier payment"},
-    Rule{"SELECT InPmtDetId, ExPmtId FROM SuppPmtDet "
-         "WHERE (ExPurcId IS NULL AND ExPmtRefId IS NULL) "
-         "OR (NOT ExPurcId IS NULL AND NOT ExPmtRefId IS NULL) ORDER BY InPmtDetId",
-         "Row ", " of SuppPmtDet (payment ", ") must name either a document or an earlier payment"},
-    Rule{"SELECT PmtDet.InPmtDetId, PmtDet.ExInvoiId FROM PmtDet "
-         "INNER JOIN PmtHdr ON PmtHdr.InPmtId = PmtDet.ExPmtId "
-         "INNER JOIN InvoiHdr ON InvoiHdr.InInvoiId = PmtDet.ExInvoiId "
-         "WHERE PmtHdr.ExCustId <> InvoiHdr.ExCustId ORDER BY PmtDet.InPmtDetId",
-         "Row ", " of PmtDet pays document ", " of InvoiHdr, which is another customer's"},
-    Rule{"SELECT SuppPmtDet.InPmtDetId, SuppPmtDet.ExPurcId FROM SuppPmtDet "
-         "INNER JOIN SuppPmtHdr ON SuppPmtHdr.InPmtId = SuppPmtDet.ExPmtId "
-         "INNER JOIN PurcHdr ON PurcHdr.InPurcId = SuppPmtDet.ExPurcId "
-         "WHERE SuppPmtHdr.ExSuppId <> PurcHdr.ExSuppId ORDER BY SuppPmtDet.InPmtDetId",
-         "Row ", " of SuppPmtDet pays document ", " of PurcHdr, which is another supplier's"},
-    Rule{"SELECT SuppPmtDet.InPmtDetId, SuppPmtDet.ExPurcId FROM SuppPmtDet "
-         "INNER JOIN PurcHdr ON PurcHdr.InPurcId = SuppPmtDet.ExPurcId "
-         "WHERE PurcHdr.PurcType IN (51, 52) ORDER BY SuppPmtDet.InPmtDetId",
-         "Row ", " of SuppPmtDet pays document ", " of PurcHdr, which is an order or a reception"},
+/// A field of a breach, which may itself be what is wrong with the row.
+std::string fieldText(Recordset& row, std::int32_t index) {
+  try {
+    const QuorDataLib::Value value = row.Field(index);
+    return value.isNull() ? "null" : value.toText();
+  } catch (const QuorDataLib::Error&) {
+    return "a value that cannot be read";
+  }
+}
+
+std::string findingOf(const Check& check, Recordset& row) {
+  std::string text;
+  for (std::size_t i = 0; i < check.finding.size(); ++i) {
+    if (check.finding[i] == '{') {
+      text += fieldText(row, check.finding[i + 1] - '0');
+      i += 2;
+    } else {
+      text += check.finding[i];
+    }
+  }
+  return text;
+}
+
+void lookWithQuery(const Check& check, QuorDataLib::Connection& connection,
+                   const Findings& report) {
+  const Ref<Recordset> breaches = connection.OpenRecordset(std::string(check.query), 4, 0, {}, 0);
+  for (; !breaches->AtEnd(); breaches->MoveNext()) report(findingOf(check, *breaches));
+}
+
+/// Counts findings on their way and puts each on one line.
+class Report {
+ public:
+  explicit Report(const Findings& report) : report_(report) {}
+  void operator()(const std::string& finding) {
+    ++count_;
+    report_(onOneLine(finding));
+  }
+  [[nodiscard]] std::int64_t count() const noexcept { return count_; }
+
+ private:
+  const Findings& report_;
+  std::int64_t count_ = 0;
 };
 
 }  // namespace
 
-std::vector<std::string> checkCompany(Store& store) {
-  std::vector<std::string> findings = store.integrityFindings();
-  const QuorDataLib::Ref<QuorDataLib::Connection> connection = store.connect(Sql::Dialect::Server);
-  for (const Rule& rule : kRules) {
-    const Ref<Recordset> broken = connection->OpenRecordset(rule.query, 4, 0, {}, 0);
-    for (; !broken->AtEnd(); broken->MoveNext()) {
-      findings.push_back(rule.before + broken->Field(0).toText() + rule.between +
-                         broken->Field(1).toText() + rule.after);
+std::int64_t checkCompany(Store& store, const Findings& report) {
+  Report counted(report);
+  const Findings reportLine = std::ref(counted);
+  const auto connection = store.connect(Sql::Dialect::Server);
+  for (const auto area : kCheckedAreas) {
+    for (const Check& check : area()) {
+      try {
+        if (check.look != nullptr) {
+          check.look(store, reportLine);
+        } else {
+          lookWithQuery(check, *connection, reportLine);
+        }
+      } catch (const QuorDataLib::Error& error) {
+        // What stops one check is a finding, and no reason to leave the others out.
+        reportLine("It could not be checked whether " + std::string(check.rule) + ": " +
+                   error.description());
+      }
     }
   }
-  const auto report = [&](const std::string& finding) { findings.push_back(finding); };
-  checkLedgerDocuments(store, report);
-  checkBalanceSheets(store, report);
+  return counted.count();
+}
+
+std::int64_t checkCompany(const std::string& path, const Findings& report) {
+  std::shared_ptr<Store> store;
+  Report counted(report);
+  try {
+    store = openCompany(path, Access::Read);
+  } catch (const QuorDataLib::Error& error) {
+    const std::vector<std::string> findings = companyFileFindings(path);
+    counted(error.description());
+    for (const std::string& finding : findings) counted(finding);
+    return counted.count();
+  }
+  return checkCompany(*store, report);
+}
+
+std::vector<std::string> checkCompany(Store& store) {
+  std::vector<std::string> findings;
+  checkCompany(store, [&](const std::string& finding) { findings.push_back(finding); });
   return findings;
 }
 

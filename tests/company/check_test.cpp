@@ -1,6 +1,8 @@
 // The check finds what is planted, and nothing in a sound company.
 #include <gmock/gmock.h>
 
+#include <random>
+
 #include "company/company_file.h"
 #include "host/raw_sql.h"
 
@@ -22,7 +24,8 @@ class Check : public BareCompany {
     import(*store_, "Supp", "InSuppId,Name\n1,Acier\n");
     import(*store_, "GLAcct", "InGLAcctId,GLAcctId\n1100,1100\n4010,4010\n");
     import(*store_, "InvoiHdr",
-           "InInvoiId,InvoiType,ExCustId,InvoiDate,Balance\n1,1,1,2024-01-01,0.30\n");
+           "InInvoiId,InvoiType,ExCustId,InvoiDate,TotAmnt,RecAmnt,Balance\n"
+           "1,1,1,2024-01-01,0.40,0.10,0.30\n");
     import(*store_, "InvoiDet", "InInvoiDetId,ExInvoiId,LineAmnt\n1,1,0.30\n");
     import(*store_, "PmtHdr", "InPmtId,ExCustId,PmtDate,PmtTotAmnt\n2,1,2024-02-01,0.30\n");
     import(*store_, "PmtDet", "InPmtDetId,ExPmtId,ExInvoiId,PmtAmnt\n1,2,1,0.30\n");
@@ -35,6 +38,12 @@ class Check : public BareCompany {
     store_.reset();
     QuorHost::Testing::runRaw(path_, sql);
     store_ = QuorHost::openCompanyFile(path_, QuorHost::Access::Write);
+  }
+
+  [[nodiscard]] std::vector<std::string> findingsInFile() const {
+    std::vector<std::string> findings;
+    checkCompany(path_, [&](const std::string& line) { findings.push_back(line); });
+    return findings;
   }
 };
 
@@ -85,20 +94,92 @@ TEST_F(Check, FindsRowsThatPointAtNothing) {
 }
 
 TEST_F(Check, FindsPaymentLinesThatMakeNoSense) {
-  import(*store_, "PmtHdr", "InPmtId,ExCustId,PmtDate\n3,2,2024-03-01\n");
+  import(*store_, "PmtHdr", "InPmtId,ExCustId,PmtDate,PmtTotAmnt\n3,2,2024-03-01,10\n");
   import(*store_, "PmtDet",
-         "InPmtDetId,ExPmtId,ExInvoiId,ExPmtRefId,PmtAmnt\n2,3,1,,0.10\n3,3,,,5\n4,2,1,3,1\n");
+         "InPmtDetId,ExPmtId,ExInvoiId,ExPmtRefId,PmtAmnt\n2,3,1,,0.10\n3,3,,,5\n4,2,1,3,0\n");
   import(*store_, "PurcHdr", "InPurcId,PurcType,ExSuppId,PurcDate\n8,51,1,2024-01-01\n");
-  import(*store_, "SuppPmtHdr", "InPmtId,ExSuppId,ChqDate\n9,1,2024-03-01\n");
+  import(*store_, "SuppPmtHdr", "InPmtId,ExSuppId,ChqDate,PmtTotAmnt\n9,1,2024-03-01,6\n");
   import(*store_, "SuppPmtDet", "InPmtDetId,ExPmtId,ExPurcId,PmtAmnt\n1,9,8,5\n2,9,,1\n");
   EXPECT_THAT(
       checkCompany(*store_),
       ElementsAre(
           "Row 3 of PmtDet (payment 3) must name either a document or an earlier payment",
           "Row 4 of PmtDet (payment 2) must name either a document or an earlier payment",
-          "Row 2 of SuppPmtDet (payment 9) must name either a document or an earlier payment",
           "Row 2 of PmtDet pays document 1 of InvoiHdr, which is another customer's",
+          "Row 2 of SuppPmtDet (payment 9) must name either a document or an earlier payment",
           "Row 1 of SuppPmtDet pays document 8 of PurcHdr, which is an order or a reception"));
+}
+
+TEST_F(Check, FindsBalancesAndPaymentsThatCannotBe) {
+  import(*store_, "CieInfo", "InCieId,Name\n1,Un\n2,Deux\n");
+  import(*store_, "WorldCurrency", "InCurrencyId,CurrencyCode,ExCustAcctId\n1,CAD,1200\n");
+  import(*store_, "InvoiHdr",
+         "InInvoiId,InvoiType,ExCustId,InvoiDate,TotAmnt,Balance\n7,5,1,2024-05-05,0,0\n"
+         "8,1,1,2024-05-05,5,4\n");
+  import(*store_, "PurcHdr",
+         "InPurcId,PurcType,ExSuppId,PurcDate,TotAmnt,PaidAmnt,Balance\n"
+         "8,1,1,2024-01-01,9,2,9\n");
+  import(*store_, "PmtDet", "ExPmtId,ExInvoiId,PmtAmnt\n2,8,0.5\n");
+  EXPECT_THAT(
+      checkCompany(*store_),
+      ElementsAre(
+          "Row 2 of CieInfo (Deux) is a second company: a file holds one",
+          "Document 7 of InvoiHdr is of type 5, which is unknown",
+          "Document 8 of InvoiHdr has a Balance of 4, but TotAmnt less RecAmnt is 5",
+          "Payment 2 of PmtHdr is applied beyond its amount: of 0.3, -0.5 are left",
+          "Control account 1200: on 2024-01-01 the documents and payments of its customers come "
+          "to 0.3 more than the ledger",
+          "Control account 1200: on 2024-02-01 the documents and payments of its customers come "
+          "to -0.3 more than the ledger",
+          "Control account 1200: on 2024-05-05 the documents and payments of its customers come "
+          "to 4 more than the ledger",
+          "Document 8 of PurcHdr has a Balance of 9, but TotAmnt less PaidAmnt is 7"));
+}
+
+TEST_F(Check, FindsWhatNobodyDefined) {
+  store_.reset();
+  QuorHost::Testing::runRaw(
+      path_,
+      "CREATE TRIGGER Skim AFTER INSERT ON PmtHdr BEGIN DELETE FROM PmtHdr; END;"
+      "CREATE VIEW Extra AS SELECT 1 AS X; DROP INDEX GLDetByProj");
+  const std::vector<std::string> findings = findingsInFile();
+  for (const char* const part :
+       {"trigger Skim on PmtHdr", "view Extra", "index GLDetByProj is missing"}) {
+    EXPECT_THAT(findings, Contains(HasSubstr(part)));
+  }
+}
+
+TEST_F(Check, FindsValuesThatNoTypeHolds) {
+  tamper(
+      "UPDATE Cust SET Name = CAST(X'C328' AS TEXT), ExTermId = 2147483648,"
+      " CredOfficeDate = 'soon' WHERE InCustId = 2;"
+      "UPDATE InvoiHdr SET ExchangeRate = 9e999");
+  EXPECT_THAT(checkCompany(*store_),
+              ElementsAre(HasSubstr("Row 2 of Cust, column Name: the text is not UTF-8"),
+                          HasSubstr("Row 2 of Cust, column ExTermId"),
+                          HasSubstr("Row 2 of Cust, column CredOfficeDate"),
+                          HasSubstr("Row 1 of InvoiHdr, column ExchangeRate: the number is not")));
+}
+
+TEST_F(Check, TellsWhatItFindsInWhateverIsLeftOfAFile) {
+  import(*store_, "GLDet",
+         "InGLDetId,SeqNo,DetDate,Source,ExAcctId,DetAmnt\n4,6,2024-01-01,GJ,1100,0.01\n");
+  store_.reset();
+  const std::string sound = bytesOf(path_);
+  std::minstd_rand random(1);
+  int checked = 0;
+  for (int turn = 0; turn < 60; ++turn) {
+    std::string bytes = sound;
+    for (int i = 0; i < 4; ++i) bytes[200 + random() % (bytes.size() - 200)] ^= 1 << random() % 8;
+    std::ofstream(path_, std::ios::binary) << bytes;
+    std::vector<std::string> findings;
+    const std::string refusal = failure([&] { findings = findingsInFile(); });
+    // A file that cannot be opened at all has no findings; any other has the planted one or says
+    // what hides it.
+    EXPECT_NE(refusal.empty(), findings.empty()) << turn << refusal;
+    checked += refusal.empty() ? 1 : 0;
+  }
+  EXPECT_GT(checked, 30);
 }
 
 TEST_F(Check, ReportsADamagedFile) {

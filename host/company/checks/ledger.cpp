@@ -1,8 +1,8 @@
-#include "host/company/check_ledger.h"
-
+// The general ledger.
 #include <array>
 #include <map>
 
+#include "host/company/checks/check.h"
 #include "platform/date.h"
 
 namespace QuorHost {
@@ -48,31 +48,11 @@ std::map<Date, Day> postedByDay(Store& store) {
   return days;
 }
 
-/// A rule on the sums of documents; its rows are a name and an amount or a count.
-struct Rule {
-  const char* query;
-  const char* before;
-  const char* between;
-  const char* after;
-};
-
-constexpr std::array kRules{
-    Rule{"SELECT GLAcctId, COUNT(*) FROM GLAcct GROUP BY GLAcctId HAVING COUNT(*) > 1 "
-         "ORDER BY GLAcctId",
-         "The account number ", " is that of ", " accounts of GLAcct"},
-    Rule{"SELECT ExGJTrxId, SUM(Amount) FROM GJTrxDet GROUP BY ExGJTrxId HAVING SUM(Amount) <> 0 "
-         "ORDER BY ExGJTrxId",
-         "The lines of journal entry ", " of GJTrxHdr add up to ", " and not to zero"},
-    Rule{"SELECT DepHdr.InDepId, SUM(DepDet.Amount) FROM DepHdr "
-         "INNER JOIN DepDet ON DepDet.ExDepId = DepHdr.InDepId "
-         "GROUP BY DepHdr.InDepId, DepHdr.TotAmnt HAVING SUM(DepDet.Amount) <> DepHdr.TotAmnt "
-         "ORDER BY DepHdr.InDepId",
-         "The lines of deposit ", " of DepHdr add up to ", ", which is not its TotAmnt"},
-};
-
-}  // namespace
-
-void checkBalanceSheets(Store& store, const Finding& report) {
+/// The balance sheet of every fiscal period's last day: the accounts of the balance sheet, with the
+/// earnings of the fiscal year on the current earnings account and those of all years before on the
+/// retained earnings account, add up to zero, just as the ledger helper computes them. Lines on
+/// accounts that belong to neither statement, and lines before 1900-12-31, make them differ.
+void lookAtBalanceSheets(Store& store, const Findings& report) {
   const Date firstEarnings = Date::of(1900, 12, 31);
   const std::map<Date, Day> days = postedByDay(store);
   const Ref<Recordset> ends =
@@ -98,14 +78,35 @@ void checkBalanceSheets(Store& store, const Finding& report) {
   }
 }
 
-void checkLedgerDocuments(Store& store, const Finding& report) {
-  for (const Rule& rule : kRules) {
-    const Ref<Recordset> broken = read(store, rule.query);
-    for (; !broken->AtEnd(); broken->MoveNext()) {
-      report(rule.before + broken->Field(0).toText() + rule.between + broken->Field(1).toText() +
-             rule.after);
-    }
-  }
-}
+constexpr std::array kChecks{
+    Check{.rule = "every ledger transaction balances",
+          .query = "SELECT SeqNo, SUM(DetAmnt) FROM GLDet GROUP BY SeqNo HAVING SUM(DetAmnt) <> 0 "
+                   "ORDER BY SeqNo",
+          .finding = "Ledger transaction {0} of GLDet does not balance: its lines add up to {1}"},
+    Check{.rule = "every ledger line is posted to an account",
+          .query = "SELECT GLDet.InGLDetId, GLDet.ExAcctId FROM GLDet "
+                   "LEFT JOIN GLAcct ON GLAcct.InGLAcctId = GLDet.ExAcctId "
+                   "WHERE GLAcct.InGLAcctId IS NULL ORDER BY GLDet.InGLDetId",
+          .finding = "Row {0} of GLDet is posted to account {1}, which is missing in GLAcct"},
+    Check{.rule = "account numbers are unique",
+          .query = "SELECT GLAcctId, COUNT(*) FROM GLAcct GROUP BY GLAcctId HAVING COUNT(*) > 1 "
+                   "ORDER BY GLAcctId",
+          .finding = "The account number {0} is that of {1} accounts of GLAcct"},
+    Check{.rule = "journal entries add up to zero",
+          .query = "SELECT ExGJTrxId, SUM(Amount) FROM GJTrxDet GROUP BY ExGJTrxId "
+                   "HAVING SUM(Amount) <> 0 ORDER BY ExGJTrxId",
+          .finding = "The lines of journal entry {0} of GJTrxHdr add up to {1} and not to zero"},
+    Check{.rule = "the lines of deposits add up to them",
+          .query = "SELECT DepHdr.InDepId, SUM(DepDet.Amount) FROM DepHdr "
+                   "INNER JOIN DepDet ON DepDet.ExDepId = DepHdr.InDepId "
+                   "GROUP BY DepHdr.InDepId, DepHdr.TotAmnt "
+                   "HAVING SUM(DepDet.Amount) <> DepHdr.TotAmnt ORDER BY DepHdr.InDepId",
+          .finding = "The lines of deposit {0} of DepHdr add up to {1}, which is not its TotAmnt"},
+    Check{.rule = "balance sheets balance", .look = lookAtBalanceSheets},
+};
+
+}  // namespace
+
+std::span<const Check> ledgerChecks() { return kChecks; }
 
 }  // namespace QuorHost
