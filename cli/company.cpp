@@ -1,4 +1,4 @@
-// `company`: making, filling, inspecting and checking a company file.
+// `company`: making, filling, copying, inspecting and checking a company file.
 #include "host/company/company.h"
 
 #include <CLI/CLI.hpp>
@@ -6,7 +6,6 @@
 #include <limits>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "cli/commands.h"
 #include "cli/company_summary.h"
@@ -24,22 +23,36 @@ struct CompanyOptions {
   std::string file;
   std::string table;
   std::string csv;
+  std::string copy;
   bool replace = false;
   QuorHost::CreateOptions create;
 };
 
+/// Does `work`, which tells how far it has come, where it can be interrupted.
+template <class Work>
+void withProgress(Console& console, const Work& work) {
+  ProgressBar bar(console);
+  const Interruption interruption;
+  work([&](std::string_view what, std::int64_t done, std::int64_t total) {
+    Interruption::check();
+    bar.show(what, done, total);
+  });
+}
+
 int create(const CompanyOptions& options, Console& console) {
-  {
-    ProgressBar bar(console);
-    const Interruption interruption;
-    QuorHost::createCompany(options.file, options.create,
-                            [&](std::string_view what, std::int64_t done, std::int64_t total) {
-                              Interruption::check();
-                              bar.show(what, done, total);
-                            });
-  }
+  withProgress(console, [&](const QuorHost::Progress& progress) {
+    QuorHost::createCompany(options.file, options.create, progress);
+  });
   const auto store = QuorHost::openCompany(options.file, Access::Read);
   printMade(options.file, QuorHost::describeCompany(*store), console);
+  return kDone;
+}
+
+int backup(const CompanyOptions& options, Console& console) {
+  withProgress(console, [&](const QuorHost::Progress& progress) {
+    QuorHost::backupCompany(options.file, options.copy, options.create.force, progress);
+  });
+  console.out << options.file << " copied to " << options.copy << '\n';
   return kDone;
 }
 
@@ -71,17 +84,15 @@ int info(const CompanyOptions& options, Console& console) {
 }
 
 int check(const CompanyOptions& options, Console& console) {
-  const auto store = QuorHost::openCompany(options.file, Access::Read);
-  const std::vector<std::string> findings = QuorHost::checkCompany(*store);
-  for (const std::string& finding : findings) console.out << finding << '\n';
-  if (findings.empty()) {
+  const std::int64_t findings = QuorHost::checkCompany(
+      options.file, [&](const std::string& finding) { console.out << finding << '\n'; });
+  if (findings == 0) {
     console.out << options.file << ": the file is sound and the books are in balance\n";
     return kDone;
   }
   console.out.flush();
-  console.err << "quoracc: " << options.file << ": "
-              << grouped(static_cast<std::int64_t>(findings.size()))
-              << (findings.size() == 1 ? " finding" : " findings") << '\n';
+  console.err << "quoracc: " << options.file << ": " << grouped(findings)
+              << (findings == 1 ? " finding" : " findings") << '\n';
   return kFailed;
 }
 
@@ -90,7 +101,7 @@ int check(const CompanyOptions& options, Console& console) {
 void addCompany(CLI::App& program, Action& action) {
   const auto options = std::make_shared<CompanyOptions>();
   CLI::App& company =
-      *program.add_subcommand("company", "Make, fill, inspect and check company files");
+      *program.add_subcommand("company", "Make, fill, copy, inspect and check company files");
   company.require_subcommand(1);
 
   const auto add = [&](const std::string& name, const std::string& help,
@@ -120,7 +131,14 @@ void addCompany(CLI::App& program, Action& action) {
                               {"french", QuorHost::Chart::French},
                               {"custom", QuorHost::Chart::Own}},
                              "Kind of the sample's chart of accounts [fixed]");
-  creating->add_flag("--force", options->create.force, "Replace an existing file");
+  const auto addForce = [&](CLI::App* command) {
+    command->add_flag("--force", options->create.force, "Replace an existing file");
+  };
+  addForce(creating);
+
+  CLI::App* const backing = add("backup", "Copy a company, also while it is in use", backup);
+  backing->add_option("TO", options->copy, "The file to copy it to")->option_text(" ")->required();
+  addForce(backing);
 
   CLI::App* const importing = add("import", "Load a CSV file into a table", importRows);
   importing->add_option("TABLE", options->table, "The table")->option_text(" ")->required();

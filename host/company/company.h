@@ -34,25 +34,36 @@ struct CreateOptions {
   std::uint64_t seed = 1;
   /// The numbers and types of the sample's accounts.
   Chart chart = Chart::Fixed;
-  /// Replace an existing file.
+  /// Replace an existing file, which nobody may be using.
   bool force = false;
 };
 
 /// Makes a company file: the schema, its parameters and, on request, the sample. The file appears
 /// at `path` complete or not at all; an existing one is refused without `force`, and with it stays
-/// as it is until the new one is complete.
+/// as it is until the new one is complete. Only the owner may read and write a new file; one that
+/// is replaced hands its mode and owner down. Where `path` is a link, it stays, and the file that
+/// it leads to is meant. Raises 5, and 75 for an old file that is in use, with what to do.
 void createCompany(const std::string& path, const CreateOptions& options,
                    const Progress& progress = {});
 
-/// Opens a company file as `openCompanyFile` does. One of an older schema is first brought up to
-/// this one, in one transaction, also when it is opened for reading; raises what stands in the way
+/// Copies the company at `path`, whole and as it is at one moment, to `copy`, as `createCompany`
+/// makes a file. Others may read and write the company meanwhile.
+void backupCompany(const std::string& path, const std::string& copy, bool force,
+                   const Progress& progress = {});
+
+/// Opens a company file as `openCompanyFile` does. One of an older schema is brought up to this
+/// one: for writing in the file itself, in one transaction; for reading in a copy in the folder for
+/// temporary files, which takes its time and room at every opening. Raises what stands in the way
 /// of that, and then leaves the file as it is.
 [[nodiscard]] std::shared_ptr<Store> openCompany(const std::string& path, Access access);
 
 /// Loads CSV (RFC 4180, UTF-8, a header row that names any subset of the table's columns, an empty
 /// field is null, an empty quoted field the empty text) into `table`, in one transaction, after the
-/// rows that are there or instead of them. Returns the number of rows loaded. Raises an error that
-/// names line and column of the first bad row; nothing is kept then.
+/// rows that are there or instead of them. The `Balance` of documents, where it is left out, is
+/// what their other columns make it. The input is read to its end before anything is changed, so
+/// that a slow one keeps nobody waiting; what does not fit a little memory rests in a temporary
+/// file. Returns the number of rows loaded. Raises an error that names line and column of the first
+/// bad row; nothing is kept then.
 std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv, bool replace);
 
 /// Writes all rows of a table or view as CSV that `importCsv` reads back to the same rows. Returns
@@ -76,8 +87,20 @@ struct CompanyInfo {
 
 [[nodiscard]] CompanyInfo describeCompany(Store& store);
 
-/// The engine's integrity check, then the books: every ledger transaction balances, no document
-/// line points at nothing. One line for each finding, empty when all is well.
+/// Told every finding of a check, one line each.
+using Findings = std::function<void(const std::string& finding)>;
+
+/// Looks at the file, then at the books: the rules are those of `checks/`. Tells every finding as
+/// it is made, and goes on with the next rule where one cannot be checked, which is a finding
+/// itself. Returns how many there were: 0 when all is well.
+std::int64_t checkCompany(Store& store, const Findings& report);
+
+/// The same of a company file, which may be too damaged to be opened: what stands in the way is
+/// then the first finding, and the rest is what can be said without. Raises what `openCompany`
+/// raises where there is no company to look at.
+std::int64_t checkCompany(const std::string& path, const Findings& report);
+
+/// All findings together.
 [[nodiscard]] std::vector<std::string> checkCompany(Store& store);
 
 }  // namespace QuorHost

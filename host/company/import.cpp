@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <vector>
 
 #include "host/company/company.h"
 #include "host/company/csv/field_text.h"
 #include "host/company/csv/reader.h"
+#include "host/company/csv/spool.h"
 #include "platform/error.h"
 
 namespace QuorHost {
@@ -88,6 +91,53 @@ std::vector<Value> valuesOf(const std::vector<Csv::Field>& fields,
   return row;
 }
 
+/// A column that follows from two others of its row where a CSV leaves it out.
+struct Difference {
+  std::string_view table;
+  std::string_view column;
+  std::string_view of;
+  std::string_view less;
+};
+
+constexpr std::array<Difference, 2> kDifferences{
+    {{"InvoiHdr", "Balance", "TotAmnt", "RecAmnt"}, {"PurcHdr", "Balance", "TotAmnt", "PaidAmnt"}}};
+
+/// Completes the rows of a CSV by such a column, if the table has one and the CSV has it not.
+class Completion {
+ public:
+  /// Adds the column to `columns`, those of the CSV.
+  Completion(const Relation& table, std::vector<const Column*>& columns) {
+    const auto named = [&](std::string_view name) {
+      return std::ranges::find(columns, table.find(name));
+    };
+    for (const Difference& difference : kDifferences) {
+      if (difference.table != table.name || named(difference.column) != columns.end()) continue;
+      of_ = named(difference.of) - columns.begin();
+      less_ = named(difference.less) - columns.begin();
+      given_ = static_cast<std::ptrdiff_t>(columns.size());
+      columns.push_back(table.find(difference.column));
+    }
+  }
+
+  /// Adds the column's value to a row of the CSV.
+  void complete(std::vector<Value>& row) const {
+    if (!given_) return;
+    row.push_back(amount(row, of_) - amount(row, less_));
+  }
+
+ private:
+  [[nodiscard]] QuorDataLib::Currency amount(const std::vector<Value>& row,
+                                             std::ptrdiff_t index) const {
+    // A column that the CSV does not name is stored as its default, zero.
+    return index == *given_ ? QuorDataLib::Currency()
+                            : row[static_cast<std::size_t>(index)].toCurrency();
+  }
+
+  std::optional<std::ptrdiff_t> given_;  // columns of the CSV, where one is added
+  std::ptrdiff_t of_ = 0;
+  std::ptrdiff_t less_ = 0;
+};
+
 void removeRows(Store& store, const Relation& table) {
   std::int32_t removed = 0;
   try {
@@ -104,8 +154,11 @@ void removeRows(Store& store, const Relation& table) {
 
 std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv, bool replace) {
   const Relation& relation = tableNamed(store, table);
-  Csv::Reader reader(csv);
-  const std::vector<const Column*> columns = readHeader(reader, relation);
+  Csv::Spool spool(csv);
+  Csv::Reader reader(spool.text());
+  std::vector<const Column*> columns = readHeader(reader, relation);
+  const std::size_t width = columns.size();
+  const Completion completion(relation, columns);
 
   const std::unique_ptr<Transaction> transaction = store.begin();
   if (replace) removeRows(store, relation);
@@ -114,16 +167,17 @@ std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv
   std::vector<Csv::Field> fields;
   while (reader.next(fields)) {
     const bool blank = fields.size() == 1 && fields[0].text.empty() && !fields[0].quoted;
-    if (blank && columns.size() > 1) continue;
+    if (blank && width > 1) continue;
     const std::int64_t line = fields[0].line;
-    if (fields.size() != columns.size()) {
+    if (fields.size() != width) {
       QuorDataLib::raise(ErrorNumber::InvalidArgument,
                          "Line " + std::to_string(line) +
                              " of the CSV: " + std::to_string(fields.size()) +
-                             " fields where the header row has " + std::to_string(columns.size()));
+                             " fields where the header row has " + std::to_string(width));
     }
-    const std::vector<Value> row = valuesOf(fields, columns);
+    std::vector<Value> row = valuesOf(fields, columns);
     try {
+      completion.complete(row);
       writer->add(row);
     } catch (...) {
       raiseAt(line, {});

@@ -94,16 +94,16 @@ std::shared_ptr<Store> openCompany(const std::string& path, Access access) {
   std::shared_ptr<Store> store = openCompanyFile(path, access);
   const int version = store->schemaVersion();
   if (version < 1 || version >= kNewestSchemaVersion) return store;
-  store.reset();
   try {
-    bringUp(*openCompanyFile(path, Access::Write));
+    if (access == Access::Read) return openChangedCopy(path, bringUp);
+    bringUp(*store);
+    return store;
   } catch (const Error& error) {
     throw Error(error.number(), error.source(),
                 "The company file has an older schema (" + std::to_string(version) + ", here " +
                     std::to_string(kNewestSchemaVersion) +
                     ") and must be brought up to date: " + error.description());
   }
-  return openCompanyFile(path, access);
 }
 
 }  // namespace QuorHost

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -73,8 +74,16 @@ class Store : public std::enable_shared_from_this<Store> {
   [[nodiscard]] virtual std::unique_ptr<RowWriter> writer(
       const std::string& table, const std::vector<std::string>& columns) = 0;
 
-  /// What the engine's own integrity check finds, one line each; empty when all is well.
+  /// What is wrong with the file as far as the engine can tell: damage, broken references, objects
+  /// that the company's definitions do not know. One line each; empty when all is well.
   [[nodiscard]] virtual std::vector<std::string> integrityFindings() = 0;
+
+  /// Copies the company, whole and as it is at this moment, over the empty file at `path`; others
+  /// may go on writing meanwhile. `progress` is told from time to time how much of how much is
+  /// done. The copy is on the disk at the end.
+  virtual void copyTo(
+      const std::string& path,
+      const std::function<void(std::int64_t done, std::int64_t total)>& progress) = 0;
 
   /// The engine and its version, for people ("SQLite 3.40.1").
   [[nodiscard]] virtual std::string engineName() const = 0;
@@ -101,13 +110,46 @@ enum class Durability : std::uint8_t {
 /// without a version (0) opens, too: it holds whatever `define` made in it.
 inline constexpr int kNewestSchemaVersion = 3;
 
-/// Opens the company file at `path`. Raises 75 with a message that says what to do for a missing,
-/// unreadable, truncated, locked or foreign file, and for one of a newer schema version.
+/// Opens the company file at `path`. One whose texts are in the order of another system is sorted
+/// anew, in place for writing and in a copy for reading. Raises 75 with a message that says what to
+/// do for a missing, unreadable, truncated, locked or foreign file, and for one of a newer schema
+/// version.
 [[nodiscard]] std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access);
 
-/// Makes an empty database at `path`, which must not exist: raises 75 when it does, or when the
-/// file cannot be made. The file of a bulk store is whole and on the disk after a commit, and when
-/// the store has been closed; before that, only this store can use it.
+/// Opens for reading a private copy of the company file at `path` to which `change` has been done;
+/// the file itself stays as it is. The copy is made in the folder for temporary files, takes as
+/// much room there, and is gone with the store.
+[[nodiscard]] std::shared_ptr<Store> openChangedCopy(const std::string& path,
+                                                     const std::function<void(Store&)>& change);
+
+/// Keeps a company file from everybody else.
+class SoleUse {
+ public:
+  SoleUse() = default;
+  virtual ~SoleUse() = default;
+  SoleUse(const SoleUse&) = delete;
+  SoleUse& operator=(const SoleUse&) = delete;
+};
+
+/// Takes the file at `path` out of use, so that it can be replaced: its log is back in it, and
+/// whoever wants to open it waits until the object is dropped. Empty where the file is no database
+/// that the engine can read. Raises 75 when somebody uses the file, or it may not be written.
+[[nodiscard]] std::unique_ptr<SoleUse> takeAlone(const std::string& path);
+
+/// How much of a file tells whether it is a company's.
+inline constexpr std::size_t kCompanyHeaderSize = 100;
+
+/// Whether a file that begins with `header` was made as a company.
+[[nodiscard]] bool isCompanyHeader(std::string_view header) noexcept;
+
+/// `Store::integrityFindings` of a company file that may be too damaged to be opened as one. Raises
+/// what `openCompanyFile` raises where there is nothing to look at.
+[[nodiscard]] std::vector<std::string> companyFileFindings(const std::string& path);
+
+/// Makes an empty database at `path`, where nothing or an empty file may be: raises 75 otherwise,
+/// or when the file cannot be made. Only its owner may read and write it. The file of a bulk store
+/// is whole and on the disk after a commit, and when the store has been closed; before that, only
+/// this store can use it.
 [[nodiscard]] std::shared_ptr<Store> createCompanyFile(const std::string& path,
                                                        Durability durability);
 

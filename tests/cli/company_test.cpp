@@ -59,7 +59,7 @@ class CompanyCommands : public testing::Test {
     load("PmtHdr",
          "InPmtId,ExCustId,PmtDate,ChqNo,PmtType,PmtTotAmnt,ExCurrencyId\n"
          "20,1,2025-10-15,C-20,CHQ,500,1\n"
-         "21,3,2025-10-20,C-21,CHQ,100,1\n"
+         "21,3,2025-10-20 09:30:00,C-21,CHQ,100,1\n"
          "22,1,2025-12-28,C-22,EFT,300,1\n");
     load("PmtDet", "ExPmtId,ExInvoiId,PmtAmnt,PmtDisc\n20,10,480,10\n21,14,100,0\n22,15,300,0\n");
     load("Supp", "InSuppId,SuppId,Name,ExCurrencyId\n1,BOIS,Bois Laurentide,1\n");
@@ -121,6 +121,8 @@ TEST_F(CompanyCommands, agingFollowsItsOptions) {
   const std::string october = output({"aging", "customers", "--as-of", "2025-10-01"});
   EXPECT_THAT(october, AllOf(ContainsRegex("F-10 .* 16 +1,150\\.00 "),
                              ContainsRegex("F-14 .*  0 +100\\.00 "), Not(HasSubstr("credit"))));
+  // A payment with a time of day belongs to its day.
+  EXPECT_THAT(output({"aging", "customers", "--as-of", "2025-10-20"}), Not(HasSubstr("Zénith")));
   EXPECT_THAT(output({"aging", "customers", "--all"}), ContainsRegex("F-14 .* 91 +0\\.00\n"));
   EXPECT_THAT(output({"aging", "customers", "--party", "2"}),
               AllOf(HasSubstr("Acme"), Not(HasSubstr("Léger"))));
@@ -247,6 +249,20 @@ TEST_F(CompanyCommands, exportsWhatImportTakesBack) {
   EXPECT_THAT(bad.err, AllOf(HasSubstr("3"), HasSubstr("InvoiDate")));
   EXPECT_EQ(runProgram({"company", "import", copy, "Cust", "/nowhere.csv"}).code, kFailed);
   EXPECT_EQ(runProgram({"company", "create", copy}).code, kFailed);
+  std::filesystem::remove(copy);
+}
+
+TEST_F(CompanyCommands, backsUpWhatIsThere) {
+  const std::string copy = temporaryPath("backup");
+  EXPECT_THAT(runProgram({"company", "backup", file(), copy}).out, HasSubstr("copied to"));
+  EXPECT_EQ(runProgram({"company", "export", copy, "InvoiHdr"}).out,
+            runProgram({"company", "export", file(), "InvoiHdr"}).out);
+  const Outcome again = runProgram({"company", "backup", file(), copy});
+  EXPECT_EQ(again.code, kFailed);
+  EXPECT_THAT(again.err, HasSubstr("--force"));
+  EXPECT_EQ(runProgram({"company", "backup", file(), copy, "--force"}).code, kDone);
+  EXPECT_EQ(runProgram({"company", "backup", "/nowhere", copy, "--force"}).code, kFailed);
+  EXPECT_EQ(runProgram({"company", "check", copy}).code, kDone);
   std::filesystem::remove(copy);
 }
 

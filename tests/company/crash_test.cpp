@@ -78,16 +78,24 @@ TEST(Killed, AnImportIsThereInWholeOrNotAtAll) {
   expectWholeTurns(kRows, [](QuorHost::Store& store, int) { importCustomers(store, kRows); });
 }
 
-TEST(Killed, ACompanyThatIsMadeAnewIsTheOldOneOrTheNewOne) {
+TEST(Killed, ACompanyThatIsMadeAnewOrCopiedIsTheOldOneOrTheNewOne) {
   const Folder folder;
+  const std::string source = folder.file("source");
   const std::string path = folder.file("company");
+  QuorHost::createCompany(source, {.sample = true});
+  QuorHost::createCompany(path, {});
+  importCustomers(*QuorHost::openCompanyFile(path, Access::Write), kRows);
+  const int customers = customersOf(source);
+  const auto create = [&](int) { QuorHost::createCompany(path, {.sample = true, .force = true}); };
+  const auto backup = [&](int) { QuorHost::backupCompany(source, path, true); };
   for (const int milliseconds : {0, 20, 50, 90, 140}) {
-    turnsUntilKilled(milliseconds,
-                     [&](int) { QuorHost::createCompany(path, {.sample = true, .force = true}); });
-    EXPECT_GT(customersOf(path), 0);
+    turnsUntilKilled(milliseconds, create);
+    turnsUntilKilled(milliseconds, backup);
+    EXPECT_EQ(customersOf(path), customers);
   }
   QuorHost::createCompany(path, {.force = true});
-  EXPECT_THAT(folder.content(), testing::ElementsAre("company"));
+  EXPECT_EQ(customersOf(source), customers);
+  EXPECT_THAT(folder.content(), testing::UnorderedElementsAre("company", "source"));
 }
 
 /// Lets files of this process grow to `bytes` only. The engine meets what a full disk gives it.
@@ -127,6 +135,12 @@ TEST(FullDisk, NothingIsLostAndNothingIsLeftHalfDone) {
                   [&] { QuorHost::createCompany(folder.file("other"), {.sample = true}); });
             })),
             0);
+  EXPECT_EQ(
+      statusOf(inAnotherProcess([&] {
+        limitFiles(size / 2);
+        return failsForTheDisk([&] { QuorHost::backupCompany(path, folder.file("copy"), false); });
+      })),
+      0);
   EXPECT_THAT(folder.content(), testing::ElementsAre("company"));
 }
 

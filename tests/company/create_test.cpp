@@ -54,7 +54,12 @@ TEST(Create, AnExistingFileIsReplacedOnlyByForce) {
   writeFile(path + "-wal", "what an old company left behind");
   EXPECT_THAT(failure([&] { createCompany(path, {}); }),
               AllOf(HasSubstr(path), HasSubstr("exists already")));
+  // A log that may hold somebody's work is not thrown away, and would spoil the new company.
+  EXPECT_THAT(failure([&] { createCompany(path, {.force = true}); }),
+              AllOf(HasSubstr(path + "-wal"), HasSubstr("move it away")));
   EXPECT_EQ(bytesOf(path), "what was there");
+  EXPECT_EQ(bytesOf(path + "-wal"), "what an old company left behind");
+  std::filesystem::remove(path + "-wal");
   createCompany(path, {.force = true});
   EXPECT_THAT(folder.content(), ElementsAre("company"));
   const auto store = QuorHost::openCompanyFile(path, QuorHost::Access::Read);

@@ -1,6 +1,8 @@
 // CSV that cannot be imported: the error names the place, and nothing is kept.
 #include <gmock/gmock.h>
 
+#include <streambuf>
+
 #include "company/company_file.h"
 
 namespace companytest {
@@ -107,6 +109,59 @@ TEST_F(BadImport, TablesAndHeadersThatDoNotFit) {
   std::ostringstream output;
   EXPECT_THAT(failure([&] { QuorHost::exportCsv(*store_, "Nothing", output); }),
               HasSubstr("no table or view Nothing"));
+}
+
+TEST_F(BareCompany, DocumentsAreOwedWhatTheirAmountsSay) {
+  import(*store_, "Cust", "InCustId\n1\n");
+  import(*store_, "Supp", "InSuppId\n1\n");
+  import(*store_, "InvoiHdr",
+         "InInvoiId,TotAmnt,RecAmnt,InvoiType,ExCustId,InvoiDate\n1,10,2.5,1,1,2024-01-01\n");
+  import(*store_, "InvoiHdr", "InvoiType,ExCustId,InvoiDate,RecAmnt\n2,1,2024-01-01,4\n");
+  import(*store_, "InvoiHdr", "InvoiType,ExCustId,InvoiDate,TotAmnt,Balance\n1,1,2024-01-01,9,1\n");
+  import(*store_, "PurcHdr",
+         "PurcType,ExSuppId,PurcDate,PaidAmnt,TotAmnt\n1,1,2024-01-01,1,-7.0001\n");
+  EXPECT_EQ(rows(*store_, "SELECT Balance FROM InvoiHdr ORDER BY InInvoiId"),
+            (std::vector<std::string>{"7.5", "-4", "1"}));
+  EXPECT_EQ(rows(*store_, "SELECT Balance FROM PurcHdr"), std::vector<std::string>{"-8.0001"});
+  EXPECT_THAT(failure([&] {
+                import(*store_, "PurcHdr",
+                       "PurcType,ExSuppId,PurcDate,TotAmnt,PaidAmnt\n"
+                       "1,1,2024-01-01,-922337203685477.5808,1\n");
+              }),
+              HasSubstr("Line 2"));
+}
+
+/// An input that has more to say only after `meanwhile` is done.
+class SlowInput : public std::streambuf {
+ public:
+  SlowInput(std::string text, std::function<void()> meanwhile)
+      : text_(std::move(text)), meanwhile_(std::move(meanwhile)) {
+    setg(text_.data(), text_.data(), text_.data() + text_.size() / 2);
+  }
+
+ protected:
+  int_type underflow() override {
+    if (egptr() == text_.data() + text_.size()) return traits_type::eof();
+    meanwhile_();
+    setg(text_.data(), egptr(), text_.data() + text_.size());
+    return traits_type::to_int_type(*gptr());
+  }
+
+ private:
+  std::string text_;
+  std::function<void()> meanwhile_;
+};
+
+TEST_F(BareCompany, ASlowInputKeepsNobodyFromWriting) {
+  std::string csv = "Name\n";
+  const std::size_t count = 30'000;  // more than is kept in memory
+  for (std::size_t i = 0; i < count; ++i) csv += std::string(40, 'a') + "\n";
+  SlowInput slow(csv, [&] {
+    import(*QuorHost::openCompanyFile(path_, QuorHost::Access::Write), "Cust", "Name\nMoi\n");
+  });
+  std::istream input(&slow);
+  EXPECT_EQ(QuorHost::importCsv(*store_, "Cust", input, false), std::int64_t{count});
+  EXPECT_EQ(rows(*store_, "SELECT COUNT(*) AS N FROM Cust"), std::vector<std::string>{"30001"});
 }
 
 }  // namespace

@@ -54,9 +54,8 @@ void makeVersion1(const std::string& path) {
   runRaw(path, back);
 }
 
-bool isUpToDate(const std::string& path) {
-  return QuorHost::openCompany(path, Access::Read)->schemaVersion() ==
-         QuorHost::kNewestSchemaVersion;
+bool isUpToDate(const std::string& path, Access access) {
+  return QuorHost::openCompany(path, access)->schemaVersion() == QuorHost::kNewestSchemaVersion;
 }
 
 TEST(OlderSchema, IsBroughtUpToDateWhenTheCompanyIsOpened) {
@@ -65,9 +64,18 @@ TEST(OlderSchema, IsBroughtUpToDateWhenTheCompanyIsOpened) {
   const std::string fresh = folder.file("fresh");
   makeVersion1(path);
   QuorHost::createCompany(fresh, {.sample = true});
-  EXPECT_TRUE(isUpToDate(path));
-  const auto store = QuorHost::openCompany(path, Access::Write);
-  EXPECT_THAT(QuorHost::checkCompany(*store), IsEmpty());
+  // Whoever only reads has a company of the new schema, and the file stays as it is.
+  const std::string before = companytest::bytesOf(path);
+  {
+    const auto store = QuorHost::openCompany(path, Access::Read);
+    EXPECT_EQ(store->schemaVersion(), QuorHost::kNewestSchemaVersion);
+    EXPECT_FALSE(store->writable());
+    EXPECT_THAT(QuorHost::checkCompany(*store), IsEmpty());
+  }
+  EXPECT_TRUE(companytest::bytesOf(path) == before);
+  EXPECT_TRUE(isUpToDate(path, Access::Write));
+  EXPECT_EQ(QuorHost::openCompanyFile(path, Access::Read)->schemaVersion(),
+            QuorHost::kNewestSchemaVersion);
   // Whatever the schema has is there now, whichever way the file came to it.
   runRaw(
       path,
@@ -85,7 +93,7 @@ TEST(OlderSchema, IsBroughtUpToDateByOneOfSeveralProcesses) {
   makeVersion1(path);
   std::array<pid_t, 4> children{};
   for (pid_t& child : children) {
-    child = QuorHost::Testing::inAnotherProcess([&] { return isUpToDate(path); });
+    child = QuorHost::Testing::inAnotherProcess([&] { return isUpToDate(path, Access::Write); });
   }
   for (const pid_t child : children) EXPECT_EQ(QuorHost::Testing::statusOf(child), 0);
 }
@@ -107,7 +115,7 @@ TEST(OlderSchema, StaysAsItIsWhereItCannotBeChanged) {
   // A view in the way of the new index.
   runRaw(path, "CREATE VIEW PurcHdrByStatus AS SELECT 1 AS X");
   try {
-    static_cast<void>(QuorHost::openCompany(path, Access::Read));
+    static_cast<void>(QuorHost::openCompany(path, Access::Write));
     ADD_FAILURE() << "it was opened";
   } catch (const companytest::Error& error) {
     EXPECT_THAT(error.description(), HasSubstr("older schema (1, here 3)"));

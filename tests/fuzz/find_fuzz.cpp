@@ -34,7 +34,7 @@ std::string written(const Rows::Criterion& criterion) {
   return text + "'";
 }
 
-std::optional<Rows::FindKey> keyOf(const Rows::Criterion& criterion, Type type) {
+std::optional<Rows::FindKey> keyIn(const Rows::Criterion& criterion, Type type) {
   try {
     return Rows::keyOf(criterion, type);
   } catch (const Error& error) {
@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
           again.value == criterion->value);
   for (const Type type : {Type::Boolean, Type::Integer, Type::Long, Type::Double, Type::Currency,
                           Type::Date, Type::Text, Type::Unknown}) {
-    require(keyOf(again, type) == keyOf(*criterion, type));
+    require(keyIn(again, type) == keyIn(*criterion, type));
   }
   return 0;
 }

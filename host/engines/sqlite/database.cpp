@@ -45,7 +45,7 @@ Database::~Database() {
   } catch (...) {  // NOLINT(bugprone-empty-catch): a commit has sealed what anyone relies on
   }
   sessions_.clear();
-  if (!writable()) removeSideFiles(path_);
+  if (!writable()) mergeSideFiles(path_);
 }
 
 void Database::requireUsable() const {

@@ -1,43 +1,26 @@
 #include "host/engines/sqlite/opening.h"
 
-#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
-#include <fstream>
-#include <new>
 #include <string_view>
 #include <utility>
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
+#include "host/engines/sqlite/raw_handle.h"
 #include "host/engines/sqlite/run/binding.h"
-#include "platform/error.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// "QCie", by which a company file is known among the files of the storage engine.
-constexpr std::int32_t kApplicationId = 0x51436965;
-
-/// Automation's number for a path or a file that cannot be used.
-constexpr std::int32_t kPathFileAccess = 75;
-
-constexpr std::string_view kFileMagic{"SQLite format 3\0", 16};
-
-/// How a file is addressed when it is opened.
-enum class Form : std::uint8_t {
-  Plain,
-  /// As a file that nobody changes: no locks and no files beside it.
-  Immutable,
-};
-
-[[noreturn]] void refuseFile(const std::string& path, std::string_view what) {
-  throw QuorDataLib::Error(kPathFileAccess, "QuorDataLib", "'" + path + "' " + std::string(what));
-}
-
-/// Sees that there is a file at `path` which begins as the engine's files do.
+/// Sees that there is a file at `path` that can be read. It is not opened for that: closing it
+/// would drop the locks that this process may have on it.
 void checkFile(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
@@ -50,49 +33,26 @@ void checkFile(const std::string& path) {
   if (!fs::is_regular_file(status)) {
     refuseFile(path, "is not a file that can be opened: check the path and its permissions");
   }
-  std::ifstream file(path, std::ios::binary);
-  if (!file) refuseFile(path, "cannot be read: you need permission to read the file");
-  std::array<char, kFileMagic.size()> start{};
-  file.read(start.data(), start.size());
-  if (std::string_view(start.data(), start.size()) != kFileMagic) {
-    refuseFile(path, "is not a company file: check the path");
+  if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) {
+    refuseFile(path, "cannot be read: you need permission to read the file");
   }
 }
 
-/// `path` as the engine's URI of an immutable file.
-std::string immutableUri(const std::string& path) {
-  constexpr std::string_view kHex = "0123456789ABCDEF";
-  std::string uri = "file:";
-  for (const char c : fs::absolute(path).generic_string()) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '%' || c == '?' || c == '#') {
-      uri.append({'%', kHex[byte >> 4U], kHex[byte & 0xFU]});
-    } else {
-      uri += c;
-    }
+/// Makes an empty file for its owner alone, or takes one that is empty already.
+void makePrivateFile(const std::string& path) {
+  constexpr mode_t kPrivate = 0600;
+  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kPrivate);
+  if (descriptor >= 0) {
+    ::close(descriptor);
+    return;
   }
-  return uri + "?immutable=1";
-}
-
-Handle openHandle(const std::string& path, int flags, Form form, int busyTimeout) {
-  // An absolute path, since the engine gives some names (":memory:") a meaning of their own.
-  const std::string name =
-      form == Form::Immutable ? immutableUri(path) : fs::absolute(path).string();
-  sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(name.c_str(), &opened,
-                                   flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
-                                       (form == Form::Immutable ? SQLITE_OPEN_URI : 0),
-                                   nullptr);
-  Handle handle(opened);
-  if (!handle) throw std::bad_alloc();
-  if (code != SQLITE_OK && (code & 0xFF) != SQLITE_CANTOPEN) raiseEngineError(opened, code, {});
-  sqlite3_busy_timeout(opened, busyTimeout);
-  return handle;
-}
-
-/// Reads the beginning of the file and takes the locks that reading takes. The engine's code.
-int probe(sqlite3* handle) {
-  return sqlite3_exec(handle, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+  struct stat file{};
+  if (::lstat(path.c_str(), &file) != 0) {
+    refuseFile(path, "cannot be created: see that its folder exists and that you may write to it");
+  }
+  if (!S_ISREG(file.st_mode) || file.st_size > 0) {
+    refuseFile(path, "exists already: choose another path, or remove the file first");
+  }
 }
 
 /// True when a file beside the one at `path` holds changes that belong into it.
@@ -105,29 +65,6 @@ bool hasUnmergedChanges(const std::string& path) {
   return false;
 }
 
-[[noreturn]] void refuseProbed(sqlite3* handle, int code, const std::string& path, Access access) {
-  switch (code & 0xFF) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      refuseFile(path, "is locked by another program: close it there, or wait until it is done");
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-      refuseFile(path, "is damaged or cut short: restore it from a copy");
-    case SQLITE_READONLY:
-    case SQLITE_CANTOPEN:
-      if (access == Access::Write) {
-        refuseFile(path,
-                   "cannot be written: you need permission to write to the file and its folder");
-      }
-      refuseFile(
-          path,
-          "has changes in a file beside it ('-wal' or '-journal') that can only be read where "
-          "the folder can be written: copy both files to such a folder");
-    default:
-      raiseEngineError(handle, code, {});
-  }
-}
-
 int flagsOf(Access access) {
   return access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
 }
@@ -136,10 +73,19 @@ int flagsOf(Access access) {
 Handle openProbed(const std::string& path, Access access, int busyTimeout) {
   const int flags = flagsOf(access);
   Handle handle = openHandle(path, flags, Form::Plain, busyTimeout);
+  if (!isDatabase(handle.get())) refuseFile(path, "is not a company file: check the path");
   int code = probe(handle.get());
-  const int kind = code & 0xFF;
-  if ((kind == SQLITE_READONLY || kind == SQLITE_CANTOPEN) && access == Access::Read &&
-      !hasUnmergedChanges(path)) {
+  const auto isRefused = [&] {
+    const int kind = code & 0xFF;
+    return access == Access::Read && (kind == SQLITE_READONLY || kind == SQLITE_CANTOPEN);
+  };
+  if (isRefused() && hasUnmergedChanges(path)) {
+    // Somebody was ended in the middle of a change, which only a writer can undo.
+    mergeSideFiles(path);
+    handle = openHandle(path, flags, Form::Plain, busyTimeout);
+    code = probe(handle.get());
+  }
+  if (isRefused() && !hasUnmergedChanges(path)) {
     // The folder is write-protected, so that the engine cannot keep its lock file in it; nor can
     // anybody else who would change the file from this side.
     handle = openHandle(path, flags, Form::Immutable, busyTimeout);
@@ -216,8 +162,12 @@ void checkCompany(Database& database) {
 }  // namespace
 
 std::shared_ptr<Database> openDatabase(const std::string& path, Access access, int busyTimeout) {
-  checkFile(path);
-  Handle handle = openProbed(path, access, busyTimeout);
+  Handle handle;
+  // A file that is replaced while it is opened is no longer the company.
+  do {
+    checkFile(path);
+    handle = openProbed(path, access, busyTimeout);
+  } while (hasMoved(handle.get()));
   configure(handle.get(), access);
   auto database = std::make_shared<Database>(std::move(handle), path, access, Durability::Full);
   checkCompany(*database);
@@ -226,11 +176,17 @@ std::shared_ptr<Database> openDatabase(const std::string& path, Access access, i
   return database;
 }
 
+std::shared_ptr<Database> openPrivateCopy(const std::string& path, const std::string& original) {
+  Handle handle = openHandle(path, SQLITE_OPEN_READONLY, Form::Nameless, kBusyTimeout);
+  const int code = probe(handle.get());
+  if (code != SQLITE_OK) refuseProbed(handle.get(), code, path, Access::Read);
+  configure(handle.get());
+  execute(handle.get(), "PRAGMA query_only=ON");
+  return std::make_shared<Database>(std::move(handle), original, Access::Read, Durability::Full);
+}
+
 std::shared_ptr<Database> createDatabase(const std::string& path, Durability durability) {
-  std::error_code error;
-  if (fs::exists(fs::symlink_status(path, error))) {
-    refuseFile(path, "exists already: choose another path, or remove the file first");
-  }
+  makePrivateFile(path);
   Handle handle =
       openHandle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, Form::Plain, kBusyTimeout);
   if (probe(handle.get()) != SQLITE_OK) {
@@ -245,13 +201,13 @@ std::shared_ptr<Database> createDatabase(const std::string& path, Durability dur
   return database;
 }
 
-void removeSideFiles(const std::string& path) noexcept {
+void mergeSideFiles(const std::string& path) noexcept {
   try {
     std::error_code error;
-    if (!fs::exists(path + "-wal", error) || hasUnmergedChanges(path)) return;
-    // Whoever may write and is the last to close removes them.
+    if (!fs::exists(path + "-wal", error) && !hasUnmergedChanges(path)) return;
+    // Whoever may write and is the last to close puts the log back and removes it.
     const Handle handle = openHandle(path, SQLITE_OPEN_READWRITE, Form::Plain, 0);
-    probe(handle.get());
+    static_cast<void>(probe(handle.get()));
   } catch (...) {  // NOLINT(bugprone-empty-catch): they do no harm where they are
   }
 }

@@ -1,17 +1,19 @@
 #include "host/engines/sqlite/store.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "host/engines/sqlite/connection.h"
+#include "host/engines/sqlite/copy.h"
 #include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/file_check.h"
 #include "host/engines/sqlite/opening.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/transaction.h"
 #include "host/engines/sqlite/write/sql_writer.h"
+#include "host/engines/temporary_file.h"
 #include "host/sql/front_end.h"
 #include "platform/error.h"
 
@@ -24,15 +26,6 @@ using Sql::StatementKind;
 bool isDefinition(StatementKind kind) {
   return kind == StatementKind::CreateTable || kind == StatementKind::CreateView ||
          kind == StatementKind::CreateIndex;
-}
-
-/// A field of a finding's row on one line, empty for null.
-std::string textOf(const Statement& row, int column) {
-  const Rows::Cell cell = cellOf(row, column);
-  if (cell.kind == Rows::Cell::Kind::Integer) return std::to_string(cell.integer);
-  std::string text(cell.text);
-  std::ranges::replace(text, '\n', ' ');
-  return text;
 }
 
 }  // namespace
@@ -112,26 +105,14 @@ std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
 }
 
 std::vector<std::string> SqliteStore::integrityFindings() {
-  std::vector<std::string> findings;
   database_->refresh();
-  try {
-    Statement structure(database_->handle(), "PRAGMA integrity_check");
-    while (structure.step()) {
-      std::string finding = textOf(structure, 0);
-      if (finding != "ok") findings.push_back(std::move(finding));
-    }
-  } catch (const QuorDataLib::Error& error) {
-    // Where the damage is so bad that the check itself gives up, that is what it found.
-    findings.push_back(error.description());
-  }
-  // In a damaged file the references cannot be followed.
-  if (!findings.empty()) return findings;
-  Statement references(database_->handle(), "PRAGMA foreign_key_check");
-  while (references.step()) {
-    findings.push_back("row " + textOf(references, 1) + " of table " + textOf(references, 0) +
-                       " points at a row that is missing in table " + textOf(references, 2));
-  }
-  return findings;
+  return fileFindings(*database_);
+}
+
+void SqliteStore::copyTo(
+    const std::string& path,
+    const std::function<void(std::int64_t done, std::int64_t total)>& progress) {
+  copyDatabase(database_, path, progress);
 }
 
 std::string SqliteStore::engineName() const {
@@ -157,7 +138,9 @@ std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
   std::shared_ptr<Sqlite::Database> database = Sqlite::openDatabase(path, access);
   if (!Sqlite::hasCurrentTextOrder(*database)) {
     try {
-      Sqlite::renewTextOrder(*Sqlite::openDatabase(path, Access::Write));
+      // Whoever only reads leaves the file as it is.
+      if (access == Access::Read) return openChangedCopy(path, {});
+      Sqlite::renewTextOrder(*database);
     } catch (const QuorDataLib::Error& error) {
       Rows::raiseNaming(
           "The texts in the company file are in the order of another system and must be sorted "
@@ -166,6 +149,27 @@ std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
     }
   }
   return std::make_shared<Sqlite::SqliteStore>(std::move(database));
+}
+
+std::shared_ptr<Store> openChangedCopy(const std::string& path,
+                                       const std::function<void(Store&)>& change) {
+  const TemporaryFile file;
+  Sqlite::copyDatabase(Sqlite::openDatabase(path, Access::Read), file.path(), {});
+  {
+    const std::shared_ptr<Store> copy = openCompanyFile(file.path(), Access::Write);
+    if (change) change(*copy);
+  }
+  return std::make_shared<Sqlite::SqliteStore>(Sqlite::openPrivateCopy(file.path(), path));
+}
+
+std::unique_ptr<SoleUse> takeAlone(const std::string& path) {
+  return Sqlite::takeDatabaseAlone(path);
+}
+
+bool isCompanyHeader(std::string_view header) noexcept { return Sqlite::isCompanyStart(header); }
+
+std::vector<std::string> companyFileFindings(const std::string& path) {
+  return Sqlite::fileFindings(*Sqlite::openDatabase(path, Access::Read));
 }
 
 std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability) {

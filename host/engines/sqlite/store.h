@@ -1,6 +1,8 @@
 // A company's database in one file of the embedded storage engine.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +28,8 @@ class SqliteStore final : public Store {
   std::unique_ptr<RowWriter> writer(const std::string& table,
                                     const std::vector<std::string>& columns) override;
   std::vector<std::string> integrityFindings() override;
+  void copyTo(const std::string& path,
+              const std::function<void(std::int64_t done, std::int64_t total)>& progress) override;
   [[nodiscard]] std::string engineName() const override;
   [[nodiscard]] std::int64_t sizeInBytes() const override;
   [[nodiscard]] int schemaVersion() const override;

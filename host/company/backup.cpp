@@ -1,0 +1,25 @@
+#include <filesystem>
+#include <system_error>
+
+#include "host/company/company.h"
+#include "host/company/place/new_file.h"
+#include "platform/error.h"
+
+namespace QuorHost {
+
+void backupCompany(const std::string& path, const std::string& copy, bool force,
+                   const Progress& progress) {
+  const std::shared_ptr<Store> store = openCompanyFile(path, Access::Read);
+  std::error_code missing;
+  if (std::filesystem::equivalent(path, copy, missing)) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "'" + copy + "' is the company itself: name another file for its copy");
+  }
+  NewFile file(copy, force);
+  store->copyTo(file.path(), [&](std::int64_t done, std::int64_t total) {
+    if (progress) progress("copying", done, total);
+  });
+  file.putInPlace();
+}
+
+}  // namespace QuorHost
