@@ -130,6 +130,7 @@ int run(const std::vector<std::string>& arguments, Console& console) {
   addAging(program, action);
   addLedger(program, action);
   addManual(program, action);
+  addStockReport(program, action);
   program.footer("'quoracc COMMAND --help' tells more about a command.");
   if (const auto done = parse(program, arguments, console)) return *done;
   return perform(action, console);
