@@ -45,6 +45,8 @@ class Untidy {
 
   Value valueOf(const Column& column, int row) {
     if (column.primaryKey) return Value(row);
+    // Numbers of accounts are unique.
+    if (column.name == "GLAcctId") return Value(std::to_string(row));
     if (column.nullable && below(8) == 0) return {};
     switch (column.type) {
       case Type::Boolean:
