@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "host/company/company.h"
 #include "host/company/schema.h"
@@ -10,14 +11,15 @@ namespace {
 
 using QuorDataLib::Error;
 
-/// A table, a view or an index, and the version of the schema that brought it.
-struct Addition {
+/// A table, a view or an index, and the version of the schema that brought it, or that gave a table
+/// further columns.
+struct Change {
   int version;
   std::string_view name;
 };
 
 /// What the schema has that version 1 had not.
-constexpr auto kAdditions = std::to_array<Addition>({
+constexpr auto kAdditions = std::to_array<Change>({
     {2, "InvoiHdrById"},
     {2, "InvoiHdrByType"},
     {2, "PurcHdrById"},
@@ -54,11 +56,47 @@ constexpr auto kAdditions = std::to_array<Addition>({
     {3, "GLAcctSegmentBudgetByAcct"},
     {3, "GLAcctByNumber"},
     {3, "GLDetByRef"},
+    {4, "Warehouse"},
+    {4, "ItemKitDet"},
+    {4, "ItemReplacement"},
+    {4, "InvenDet"},
+    {4, "AdjItemHdr"},
+    {4, "AdjItemDet"},
+    {4, "AssemblyHdr"},
+    {4, "AssemblyDet"},
+    {4, "WarehouseTransHdr"},
+    {4, "WarehouseTransDet"},
+    {4, "ItemAvgCost_View"},
+    {4, "ItemReservedInvoi_View"},
+    {4, "ItemReservedAssembly_View"},
+    {4, "ItemReservedAll_View"},
+    {4, "ItemToRecExpPurch_View"},
+    {4, "ItemToRecPurch_view"},
+    {4, "ItemToRecExpAssembly_View"},
+    {4, "ItemToRecAssembly_View"},
+    {4, "ItemToRecExpected_View"},
+    {4, "ItemToRec_View"},
+    {4, "InvenDetByItem"},
+    {4, "ItemKitDetByKit"},
+    {4, "ItemKitDetByItem"},
+    {4, "ItemReplacementByItem"},
+    {4, "InvoiDetByOrder"},
+    {4, "AdjItemDetByHdr"},
+    {4, "AdjItemDetByItem"},
+    {4, "AssemblyHdrByItem"},
+    {4, "AssemblyHdrByStatus"},
+    {4, "AssemblyDetByHdr"},
+    {4, "AssemblyDetByItem"},
+    {4, "WarehouseTransDetByHdr"},
+    {4, "WarehouseTransDetByItem"},
 });
 
-bool isNewSince(int version, std::string_view name) {
-  return std::ranges::any_of(kAdditions, [&](const Addition& addition) {
-    return addition.version > version && addition.name == name;
+/// Tables that version 1 had with fewer columns. No other table may refer to one.
+constexpr auto kGrowths = std::to_array<Change>({{4, "Item"}, {4, "InvoiDet"}, {4, "PurcDet"}});
+
+bool isNewSince(std::span<const Change> changes, int version, std::string_view name) {
+  return std::ranges::any_of(changes, [&](const Change& change) {
+    return change.version > version && change.name == name;
   });
 }
 
@@ -80,7 +118,8 @@ void bringUp(Store& store) {
   const int version = store.schemaVersion();
   if (version >= kNewestSchemaVersion) return;
   forEachDefinition([&](std::string_view name, const std::string& statement) {
-    if (!isNewSince(version, name)) return;
+    if (isNewSince(kGrowths, version, name)) store.redefine(name, statement);
+    if (!isNewSince(kAdditions, version, name)) return;
     if (name == "GLAcctByNumber" && accountsShareNumbers(store)) return;
     store.define(statement);
   });

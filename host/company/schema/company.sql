@@ -95,8 +95,10 @@ CREATE TABLE Proj (
   ProjInactive BIT DEFAULT 0
 );
 
--- What is bought and sold. `Servc`: a service, never in stock. `FacSales`: stock units in a sale
--- unit. `Hours`: hours of work in one unit, for items that count as hours of a project.
+-- What is bought and sold. `Servc`: a service, never in stock. `IsKit`: sold as one and kept as its
+-- components; `IsAssembly`: made of its components and kept itself (both in `ItemKitDet`).
+-- `FacSales`: stock units in a sale unit, 1 where it is 0 or missing. `Price1` is for a sale unit.
+-- `Hours`: hours of work in one unit, for items that count as hours of a project.
 CREATE TABLE Item (
   InItemId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
   ItemId VARCHAR(20),
@@ -108,6 +110,8 @@ CREATE TABLE Item (
   Price1 MONEY,
   Hours DECIMAL(18,4),
   ChkQtyWithBarCode BIT DEFAULT 0,
+  IsKit BIT DEFAULT 0,
+  IsAssembly BIT DEFAULT 0,
   ExSaleAcctId INT,
   ExPurcAcctId INT,
   ExDiscSalesAcctId INT,

@@ -72,7 +72,7 @@ CREATE TABLE PurcHdr (
 
 -- Lines of suppliers' documents. `ExPODetId` is the line of the order that a reception's line
 -- fulfils; `ExRecId` and `ExRecDetId` are the reception and its line that a purchase's line
--- invoices, or that another reception's line adjusts.
+-- invoices, or that another reception's line adjusts. `ExWarehouseId` is where the goods go.
 CREATE TABLE PurcDet (
   InPurcDetId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
   ExPurcId INT NOT NULL REFERENCES PurcHdr (InPurcId),
@@ -85,7 +85,8 @@ CREATE TABLE PurcDet (
   ExSegmentId INT,
   ExPODetId INT,
   ExRecId INT,
-  ExRecDetId INT
+  ExRecDetId INT,
+  ExWarehouseId INT
 );
 
 -- Payments to suppliers: `PmtTotAmnt` is the money that went out, negative for one that came back.

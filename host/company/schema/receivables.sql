@@ -85,7 +85,8 @@ CREATE TABLE InvoiHdr (
   ExOrderId INT REFERENCES InvoiHdr (InInvoiId)
 );
 
--- Lines of customers' documents.
+-- Lines of customers' documents, in sale units. `ExOrderDetId` is the order's line that an invoice's
+-- line delivers, `ExWarehouseId` where the goods come from.
 CREATE TABLE InvoiDet (
   InInvoiDetId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
   ExInvoiId INT NOT NULL REFERENCES InvoiHdr (InInvoiId),
@@ -95,7 +96,9 @@ CREATE TABLE InvoiDet (
   LineAmnt MONEY,
   ExSaleAcctId INT,
   ExProjId INT,
-  ExSegmentId INT
+  ExSegmentId INT,
+  ExWarehouseId INT,
+  ExOrderDetId INT
 );
 
 -- Customers' payments. `PmtTotAmnt` is the money that came in: negative for a refund or a returned

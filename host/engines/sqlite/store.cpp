@@ -11,6 +11,7 @@
 #include "host/engines/sqlite/opening.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/stored_catalogue.h"
+#include "host/engines/sqlite/table_remake.h"
 #include "host/engines/sqlite/transaction.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "host/engines/temporary_file.h"
@@ -67,6 +68,15 @@ void SqliteStore::define(std::string_view statement) {
     throw;
   }
   database_->forgetStatements();
+  definedInTransaction_ = database_->inTransaction();
+}
+
+void SqliteStore::redefine(std::string_view table, std::string_view statement) {
+  requireWritable();
+  database_->prepareForChange();
+  remakeTable(*database_, catalogue_, table, statement);
+  database_->cache().clear();
+  catalogue_ = readStoredCatalogue(*database_);
   definedInTransaction_ = database_->inTransaction();
 }
 

@@ -23,6 +23,7 @@ class SqliteStore final : public Store {
   [[nodiscard]] bool writable() const override { return database_->writable(); }
   QuorDataLib::Ref<QuorDataLib::Connection> connect(Sql::Dialect dialect) override;
   void define(std::string_view statement) override;
+  void redefine(std::string_view table, std::string_view statement) override;
   std::unique_ptr<Transaction> begin() override;
   std::unique_ptr<Snapshot> hold() override;
   std::unique_ptr<RowWriter> writer(const std::string& table,

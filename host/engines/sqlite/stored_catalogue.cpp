@@ -24,6 +24,7 @@ constexpr std::string_view kRead =
 constexpr std::string_view kAppend =
     "INSERT INTO QuorCatalogue (Position, Name, Kind, Sql)"
     " VALUES ((SELECT max(Position) + 1 FROM QuorCatalogue), ?1, ?2, ?3)";
+constexpr std::string_view kReplace = "UPDATE QuorCatalogue SET Sql = ?2 WHERE Name = ?1";
 constexpr std::string_view kReadOrder = "SELECT Sql FROM QuorCatalogue WHERE Position = 0";
 constexpr std::string_view kStoreOrder =
     "INSERT OR REPLACE INTO QuorCatalogue (Position, Name, Kind, Sql)"
@@ -80,6 +81,13 @@ void storeDefinition(Database& database, std::string_view statement,
   bindText(append, 2, kindName(translation.kind));
   bindText(append, 3, statement);
   append.step();
+}
+
+void replaceDefinition(Database& database, std::string_view name, std::string_view statement) {
+  Statement replace(database.handle(), kReplace);
+  bindText(replace, 1, name);
+  bindText(replace, 2, statement);
+  replace.step();
 }
 
 bool hasCurrentTextOrder(Database& database) {

@@ -22,6 +22,9 @@ void createStoredCatalogue(Database& database);
 void storeDefinition(Database& database, std::string_view statement,
                      const Sql::Translation& translation);
 
+/// Puts another definition in the place of the one that made `name`.
+void replaceDefinition(Database& database, std::string_view name, std::string_view statement);
+
 /// True when the file's indexes of texts were built under the order that this program sorts by.
 [[nodiscard]] bool hasCurrentTextOrder(Database& database);
 

@@ -1,0 +1,86 @@
+#include "host/engines/sqlite/table_remake.h"
+
+#include <string>
+#include <vector>
+
+#include "host/engines/rows/cell.h"
+#include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/statement.h"
+#include "host/engines/sqlite/stored_catalogue.h"
+#include "host/engines/sqlite/write/sql_writer.h"
+#include "host/sql/front_end.h"
+#include "host/sql/names.h"
+
+namespace QuorHost::Sqlite {
+namespace {
+
+/// The catalogue without one of its relations, so that its name is free.
+Sql::Catalogue without(const Sql::Catalogue& catalogue, std::string_view name) {
+  Sql::Catalogue others;
+  for (const Sql::Relation& relation : catalogue.relations()) {
+    if (!Sql::sameName(relation.name, name)) others.add(relation);
+  }
+  return others;
+}
+
+std::string sharedColumns(const Sql::Relation& before, const Sql::Relation& after) {
+  std::string names;
+  for (const Sql::Column& column : after.columns) {
+    if (before.find(column.name) == nullptr) continue;
+    names.append(names.empty() ? "\"" : ", \"").append(column.name).append("\"");
+  }
+  return names;
+}
+
+/// The statements that made the table's indexes.
+std::vector<std::string> indexesOf(Database& database, std::string_view table) {
+  Statement query(database.handle(),
+                  "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL"
+                  " AND tbl_name = ?1 ORDER BY rowid");
+  bindValue(query, 1, QuorDataLib::Value(table), Sql::Type::Text, Lifetime::Copied);
+  std::vector<std::string> indexes;
+  while (query.step()) indexes.emplace_back(cellOf(query, 0).text);
+  return indexes;
+}
+
+void remake(Database& database, const Sql::Relation& before, const Sql::Translation& definition,
+            std::string_view statement) {
+  const std::string columns = sharedColumns(before, definition.created);
+  const std::string name = "\"" + before.name + "\"";
+  const std::vector<std::string> indexes = indexesOf(database, before.name);
+  // The rows wait in a table beside the schema: what names the table there names the new one then.
+  database.run("CREATE TEMP TABLE QuorRows AS SELECT " + columns + " FROM main." + name +
+               " ORDER BY rowid");
+  database.run("DROP TABLE main." + name);
+  database.run(definition.sql);
+  database.run("INSERT INTO main." + name + " (" + columns + ") SELECT " + columns +
+               " FROM temp.QuorRows ORDER BY rowid");
+  database.run("DROP TABLE temp.QuorRows");
+  for (const std::string& index : indexes) database.run(index);
+  replaceDefinition(database, before.name, statement);
+}
+
+}  // namespace
+
+void remakeTable(Database& database, const Sql::Catalogue& catalogue, std::string_view table,
+                 std::string_view statement) {
+  const Sql::Relation* const before = catalogue.find(table);
+  if (before == nullptr) refuseStatement("There is no table " + std::string(table));
+  const Sql::Translation definition =
+      Sql::translate(statement, Sql::Dialect::Server, without(catalogue, table), SqlWriter());
+  if (definition.kind != Sql::StatementKind::CreateTable ||
+      !Sql::sameName(definition.created.name, table)) {
+    refuseStatement("Only a CREATE TABLE of the same name makes a table anew");
+  }
+  database.run("SAVEPOINT Remake");
+  try {
+    remake(database, *before, definition, statement);
+  } catch (...) {
+    database.run("ROLLBACK TO Remake");
+    database.run("RELEASE Remake");
+    throw;
+  }
+  database.run("RELEASE Remake");
+}
+
+}  // namespace QuorHost::Sqlite
