@@ -28,4 +28,7 @@ void addLedger(Suite& suite, Companies& companies, int scale);
 /// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);
 
+/// The inventory of a company of a million movements, which is kept in `folder`.
+void addInventory(Suite& suite, const std::string& folder);
+
 }  // namespace QuorBench

@@ -28,7 +28,8 @@ std::string option(std::vector<char*>& arguments, std::string_view name, std::st
 /// the large ones in thousands of invoices; all others are Google Benchmark's.
 int main(int argc, char** argv) try {
   std::vector<char*> arguments(argv, argv + argc);
-  QuorBench::Companies companies(option(arguments, "companies", "build/bench"));
+  const std::string folder = option(arguments, "companies", "build/bench");
+  QuorBench::Companies companies(folder);
   std::istringstream text(option(arguments, "scales", "10 100"));
   std::vector<int> scales;
   for (int scale = 0; text >> scale;) scales.push_back(scale);
@@ -46,6 +47,7 @@ int main(int argc, char** argv) try {
     QuorBench::addLedger(suite, companies, std::ranges::max(scales));
   }
   QuorBench::addRecordsets(suite, companies);
+  QuorBench::addInventory(suite, folder);
   return suite.run(static_cast<int>(arguments.size()), arguments.data());
 } catch (const std::exception& error) {
   std::fprintf(stderr, "quoracc_bench: %s\n", error.what());

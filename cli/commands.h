@@ -20,5 +20,8 @@ void addLedger(CLI::App& program, Action& action);
 /// The report of `stock`, whose other commands are added before it.
 void addStockReport(CLI::App& program, Action& action);
 void addManual(CLI::App& program, Action& action);
+void addStock(CLI::App& program, Action& action);
+/// `recost`, a command of `stock`.
+void addRecost(CLI::App& stock, Action& action);
 
 }  // namespace QuorCli

@@ -129,6 +129,7 @@ int run(const std::vector<std::string>& arguments, Console& console) {
   addSql(program, action);
   addAging(program, action);
   addLedger(program, action);
+  addStock(program, action);
   addManual(program, action);
   addStockReport(program, action);
   program.footer("'quoracc COMMAND --help' tells more about a command.");

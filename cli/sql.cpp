@@ -12,6 +12,7 @@
 #include "cli/words/names.h"
 #include "cli/words/options.h"
 #include "cli/words/statement_word.h"
+#include "host/company/stock/recost.h"
 
 namespace QuorCli {
 namespace {
@@ -35,6 +36,23 @@ Parameters markerValues(const std::vector<std::string>& texts) {
   return Parameters::array(std::move(values));
 }
 
+/// Runs a statement that changes rows. Where it changes stock movements, it also marks the running
+/// costs that no longer hold.
+std::int32_t change(const Session& session, const std::string& statement, const Parameters& values) {
+  std::int32_t affected = 0;
+  const auto connection = session.connection();
+  if (!mentions(statement, QuorHost::kMovements)) {
+    connection->Execute(statement, affected, -1, values);
+    return affected;
+  }
+  const auto transaction = session.store()->begin();
+  QuorHost::MovementWatch movements(*session.store());
+  connection->Execute(statement, affected, -1, values);
+  movements.markStale();
+  transaction->commit();
+  return affected;
+}
+
 int runSql(const SqlOptions& options, Console& console) {
   if (options.run.cache) {
     throw UsageError("--cache is for 'call': a statement has no object that could keep rows");
@@ -49,8 +67,7 @@ int runSql(const SqlOptions& options, Console& console) {
   const auto connection = session.connection();
   const Parameters values = markerValues(options.values);
   if (options.write && !query) {
-    std::int32_t affected = 0;
-    connection->Execute(options.statement, affected, -1, values);
+    const std::int32_t affected = change(session, options.statement, values);
     if (options.run.format == Format::Table) {
       console.out << affected << (affected == 1 ? " row affected\n" : " rows affected\n");
     } else {

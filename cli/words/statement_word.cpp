@@ -33,6 +33,13 @@ std::string firstWord(std::string_view statement) {
   return {statement.begin(), std::ranges::find_if_not(statement, isLetter)};
 }
 
+bool mentions(std::string_view statement, std::string_view name) {
+  for (std::size_t at = 0; at + name.size() <= statement.size(); ++at) {
+    if (sameName(statement.substr(at, name.size()), name)) return true;
+  }
+  return false;
+}
+
 bool changesRows(std::string_view word) noexcept {
   return sameName(word, "INSERT") || sameName(word, "UPDATE") || sameName(word, "DELETE");
 }

@@ -10,6 +10,9 @@ namespace QuorCli {
 /// empty when the text begins with something else.
 [[nodiscard]] std::string firstWord(std::string_view statement);
 
+/// Whether the name stands in a statement, in any case and anywhere.
+[[nodiscard]] bool mentions(std::string_view statement, std::string_view name);
+
 /// Whether statements that begin with `word` change rows: INSERT, UPDATE and DELETE.
 [[nodiscard]] bool changesRows(std::string_view word) noexcept;
 

@@ -7,6 +7,8 @@
 #include "host/company/csv/field_text.h"
 #include "host/company/csv/reader.h"
 #include "host/company/csv/spool.h"
+#include "host/company/stock/recost.h"
+#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost {
@@ -150,6 +152,16 @@ void removeRows(Store& store, const Relation& table) {
   }
 }
 
+/// Whether the rows bring running costs that hold, with their marks: nothing else is in the table.
+bool bringsCosts(Store& store, const Relation& table, const std::vector<const Column*>& columns) {
+  for (const char* const name : {"RunningLastCost", "RunningAvgCost", "RunningValuesDirty"}) {
+    if (std::ranges::find(columns, table.find(name)) == columns.end()) return false;
+  }
+  return store.connect(Sql::Dialect::Server)
+      ->OpenRecordset("SELECT TOP 1 InTrxId FROM InvenDet", 4, 0, {}, 0)
+      ->AtEnd();
+}
+
 }  // namespace
 
 std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv, bool replace) {
@@ -162,6 +174,10 @@ std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv
 
   const std::unique_ptr<Transaction> transaction = store.begin();
   if (replace) removeRows(store, relation);
+  std::optional<MovementWatch> movements;
+  if (Sql::sameName(relation.name, kMovements) && !bringsCosts(store, relation, columns)) {
+    movements.emplace(store);
+  }
   const std::unique_ptr<RowWriter> writer = store.writer(relation.name, namesOf(columns));
   std::int64_t rows = 0;
   std::vector<Csv::Field> fields;
@@ -184,6 +200,7 @@ std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv
     }
     ++rows;
   }
+  if (movements) movements->markStale();
   transaction->commit();
   return rows;
 }

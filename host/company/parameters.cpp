@@ -22,6 +22,7 @@ void writeParameters(Store& store) {
   application.add({"UseAccountNumbers", "1"});
 
   Table company(store, "CieParam", {"ParamName", "ParamValue"});
+  company.add({"CostCalculMeth", "0"});
   company.add({"InventGLToDate", "0"});
   company.add({"QtyCostAtSessionDate", "0"});
 

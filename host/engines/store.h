@@ -46,6 +46,33 @@ class Snapshot {
   Snapshot& operator=(const Snapshot&) = delete;
 };
 
+/// A table whose changes are to be noted: its rows' `key` (a whole number) and `date`, for rows that
+/// are added, removed, or changed in one of `columns`.
+struct WatchedTable {
+  std::string table;
+  std::string key;
+  std::string date;
+  std::vector<std::string> columns;
+};
+
+/// While it lives, it notes what changes in a table, by its own store alone.
+class ChangeLog {
+ public:
+  /// The earliest date that a changed row of `key` had or has.
+  struct Change {
+    std::int32_t key = 0;
+    QuorDataLib::Date from;
+  };
+
+  ChangeLog() = default;
+  virtual ~ChangeLog() = default;
+  ChangeLog(const ChangeLog&) = delete;
+  ChangeLog& operator=(const ChangeLog&) = delete;
+
+  /// What has changed until now, by key.
+  [[nodiscard]] virtual std::vector<Change> take() = 0;
+};
+
 /// An open company database.
 class Store : public std::enable_shared_from_this<Store> {
  public:
@@ -77,6 +104,9 @@ class Store : public std::enable_shared_from_this<Store> {
   /// unknown table or column.
   [[nodiscard]] virtual std::unique_ptr<RowWriter> writer(
       const std::string& table, const std::vector<std::string>& columns) = 0;
+
+  /// Begins to note changes of a table. There is one log at a time.
+  [[nodiscard]] virtual std::unique_ptr<ChangeLog> watch(const WatchedTable& watched) = 0;
 
   /// What is wrong with the file as far as the engine can tell: damage, broken references, objects
   /// that the company's definitions do not know. One line each; empty when all is well.

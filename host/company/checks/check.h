@@ -27,6 +27,7 @@ struct Check {
 [[nodiscard]] std::span<const Check> ledgerChecks();
 [[nodiscard]] std::span<const Check> receivablesChecks();
 [[nodiscard]] std::span<const Check> payablesChecks();
+[[nodiscard]] std::span<const Check> inventoryChecks();
 
 /// All areas, in the order in which they are checked.
 inline constexpr std::span<const Check> (*kCheckedAreas[])() = {
@@ -34,6 +35,7 @@ inline constexpr std::span<const Check> (*kCheckedAreas[])() = {
     ledgerChecks,
     receivablesChecks,
     payablesChecks,
+    inventoryChecks,
 };
 
 }  // namespace QuorHost

@@ -71,7 +71,7 @@ struct Account {
 
 // Groups: 1 a heading's first account, 2 one that follows it, 4 one of a subtotal, 6 one of the
 // income statement.
-constexpr std::array<Account, 46> kAccounts{{
+constexpr std::array<Account, 51> kAccounts{{
     {Acct::kHomeBank, "512000", "Banque, dollars canadiens", 1, 0, true},
     {Acct::kDollarBank, "512100", "Banque, dollars américains", 2, kDollar, true},
     {Acct::kEuroBank, "512200", "Banque, euros", 2, kEuro, true},
@@ -89,6 +89,7 @@ constexpr std::array<Account, 46> kAccounts{{
     {2100, "401000", "Accounts payable", 4},
     {2110, "401100", "Accounts payable, US dollars", 4, kDollar},
     {2120, "401200", "Accounts payable, euros", 4, kEuro},
+    {Acct::kGoodsReceived, "408000", "Marchandises reçues non facturées", 4},
     {Acct::kFederalTax, "445710", "GST/HST charged on sales", 4},
     {Acct::kQuebecTax, "445720", "TVQ perçue sur les ventes", 4},
     {Acct::kProvincialTax, "445730", "PST charged on sales", 4},
@@ -104,9 +105,13 @@ constexpr std::array<Account, 46> kAccounts{{
     {Acct::kShippingCharged, "708500", "Shipping charged to customers", 6},
     {Acct::kSundryIncome, "758000", "Sundry income", 6},
     {Acct::kSalesDiscounts, "709000", "Discounts given to customers", 6},
+    {Acct::kCostOfSales, "603000", "Cost of goods sold", 6},
     {Acct::kPurchases, "607000", "Purchases of goods", 6},
     {Acct::kSubcontractors, "611000", "Subcontractors", 6},
     {Acct::kShippingPaid, "624000", "Shipping and customs", 6},
+    {Acct::kMaterialsUsed, "602000", "Matériaux utilisés", 6},
+    {Acct::kCountDifferences, "603100", "Stock counts, differences", 6},
+    {Acct::kInventoryVariance, "603200", "Écarts d'inventaire / Inventory variances", 6},
     {Acct::kPurchaseDiscounts, "609000", "Discounts taken from suppliers", 6},
     {Acct::kWages, "641000", "Wages", 6},
     {Acct::kContributions, "645000", "Cotisations de l'employeur", 6},

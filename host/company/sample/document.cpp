@@ -19,7 +19,7 @@ void complete(Document& document, const Rates& rates, std::int32_t federalRate,
   document.total = taxed + document.tax();
 }
 
-void post(Ledger& ledger, const Document& document, const Side& side, std::string_view source) {
+void post(Ledger& ledger, Document& document, const Side& side, std::string_view source) {
   const SampleCurrency& money = currency(document.party->currencyId);
   ledger.begin({.day = document.day,
                 .source = source,
@@ -29,6 +29,7 @@ void post(Ledger& ledger, const Document& document, const Side& side, std::strin
                 .currency = money.id,
                 .project = document.project,
                 .segment = document.party->region->segment});
+  document.ledgerSequence = ledger.sequence();
   Cents openHome = 0;  // what is left for the income or expense account to balance
   const auto line = [&](std::int32_t account, Cents home, Cents foreign) {
     ledger.line(account, home, foreign);
@@ -51,6 +52,22 @@ void post(Ledger& ledger, const Document& document, const Side& side, std::strin
     part(Acct::kProjectHours, -(document.net / 2));
   }
   ledger.end();
+}
+
+std::vector<Cents> lineAmountsHome(const Document& document) {
+  // What the posting leaves for the lines, when everything else is converted by itself.
+  Cents left = document.balanceHome();
+  for (const Cents part :
+       {document.settled, -document.shipping, -document.federalTax, -document.provincialTax}) {
+    left += toHome(part, document.rate);
+  }
+  std::vector<Cents> amounts;
+  for (const DocumentLine& line : document.lines) {
+    amounts.push_back(toHome(line.amount(), document.rate));
+    left -= amounts.back();
+  }
+  amounts.back() += left;
+  return amounts;
 }
 
 QuorDataLib::Value rateValue(const Party& party, Rate rate) {

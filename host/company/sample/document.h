@@ -49,6 +49,10 @@ struct DocumentLine {
   std::int32_t item = 0;
   std::int32_t quantity = 0;
   Cents price = 0;
+  /// The order's line that an invoice's line delivers.
+  std::int32_t orderLine = 0;
+  /// The project that goods are bought for.
+  std::int32_t project = 0;
 
   [[nodiscard]] Cents amount() const { return quantity * price; }
 };
@@ -78,6 +82,10 @@ struct Document {
   Cents provincialTax = 0;
   Cents total = 0;
 
+  // What writing and posting it gives.
+  std::int32_t firstLine = 0;
+  std::int32_t ledgerSequence = 0;
+
   [[nodiscard]] Cents tax() const { return federalTax + provincialTax; }
   [[nodiscard]] Cents balance() const { return total - settled; }
   /// The balance in home currency.
@@ -88,8 +96,12 @@ struct Document {
 void complete(Document& document, const Rates& rates, std::int32_t federalRate,
               std::int32_t provincialRate);
 
-/// Posts a complete document.
-void post(Ledger& ledger, const Document& document, const Side& side, std::string_view source);
+/// Posts a complete document, and notes its ledger transaction.
+void post(Ledger& ledger, Document& document, const Side& side, std::string_view source);
+
+/// What each line of a document comes to in home currency; together they come to what the whole
+/// does.
+std::vector<Cents> lineAmountsHome(const Document& document);
 
 /// The values of a document's exchange rate and currency: null for a party without a currency.
 QuorDataLib::Value rateValue(const Party& party, Rate rate);

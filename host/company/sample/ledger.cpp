@@ -19,9 +19,9 @@ Ledger::Ledger(Store& store)
               "Unconciliated"}),
       balances_(kAccountsEnd) {}
 
-void Ledger::begin(const Heading& heading) {
+void Ledger::begin(const Heading& heading, std::int32_t sequence) {
   heading_ = heading;
-  ++sequence_;
+  current_ = sequence == 0 ? ++sequence_ : sequence;
 }
 
 void Ledger::line(std::int32_t account, Cents home, Cents foreign) {
@@ -31,7 +31,7 @@ void Ledger::line(std::int32_t account, Cents home, Cents foreign) {
   const bool ofProject = account >= Acct::kSales || account == Acct::kProjectHours ||
                          account == Acct::kUnrecordedServices;
   const Bank bank = reconciled(account, home > 0);
-  lines_.add({sequence_, dateOf(heading_.day), heading_.source, heading_.key, heading_.reference,
+  lines_.add({current_, dateOf(heading_.day), heading_.source, heading_.key, heading_.reference,
               heading_.description, account, money(home), money(foreign), heading_.currency,
               keyOrNull(ofProject ? heading_.project : 0), keyOrNull(heading_.segment),
               bank == Bank::Conciliated, bank == Bank::Unconciliated});
@@ -43,7 +43,7 @@ Ledger::Bank Ledger::reconciled(std::int32_t account, bool deposit) const {
   const bool ofBank =
       account == Acct::kHomeBank || account == Acct::kDollarBank || account == Acct::kEuroBank;
   if (!ofBank || heading_.day > kLastStatement) return Bank::NotYet;
-  Random random(static_cast<std::uint64_t>(sequence_));
+  Random random(static_cast<std::uint64_t>(current_));
   const int onTheWay = deposit ? 1 : random.between(1, 9) + (random.chance(100) ? 20 : 0);
   const bool neverCashed = !deposit && random.chance(kNeverCashedPerMille);
   return heading_.day + onTheWay > kLastStatement || neverCashed ? Bank::Unconciliated
@@ -54,7 +54,7 @@ void Ledger::end() {
   if (open_ == 0) return;
   QuorDataLib::raise(
       QuorDataLib::ErrorNumber::InternalError,
-      "The sample's ledger transaction " + std::to_string(sequence_) + " does not balance");
+      "The sample's ledger transaction " + std::to_string(current_) + " does not balance");
 }
 
 }  // namespace QuorHost::Sample

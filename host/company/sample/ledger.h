@@ -33,8 +33,11 @@ class Ledger {
     std::int32_t segment = 0;
   };
 
-  /// Begins a transaction.
-  void begin(const Heading& heading);
+  /// Begins a transaction, or goes on with one that was ended, by its sequence number.
+  void begin(const Heading& heading, std::int32_t sequence = 0);
+
+  /// The number of the transaction that was begun last.
+  [[nodiscard]] std::int32_t sequence() const { return current_; }
 
   /// Lines from here on are in another currency, or belong to another project.
   void inCurrency(std::int32_t currency) { heading_.currency = currency; }
@@ -62,6 +65,7 @@ class Ledger {
   Table lines_;
   Heading heading_;
   std::int32_t sequence_ = 0;
+  std::int32_t current_ = 0;
   Cents open_ = 0;
   std::vector<Cents> balances_;
 };

@@ -6,6 +6,7 @@
 #include "host/company/sample/accounts.h"
 #include "host/company/sample/calendar.h"
 #include "host/company/sample/money.h"
+#include "host/company/sample/stock.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {
@@ -81,6 +82,13 @@ void writeLists(Store& store, Chart chart) {
 
   Table segments(store, "Segment", {"InSegmentId", "SegmentId", "Descr"});
   for (const SegmentName& each : kSegments) segments.add({each.id, each.code, each.description});
+
+  Table warehouses(store, "Warehouse", {"InWarehouseId", "WarehouseId", "Descr", "ExSegmentId"});
+  for (std::int32_t i = 0; i < kWarehouses; ++i) {
+    const SegmentName& place = kSegments.at(static_cast<std::size_t>(i));
+    warehouses.add({place.id, std::string("W-") + place.code,
+                    std::string("Entrepôt / Warehouse ") + place.description, place.id});
+  }
 
   Table projects(store, "Proj",
                  {"InProjId", "ProjId", "Descr", "BegDate", "EndDate", "ProjInactive"});

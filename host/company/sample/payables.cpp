@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/company/sample/lists.h"
+#include "host/company/sample/stock_trade.h"
 
 namespace QuorHost::Sample {
 
@@ -41,9 +42,12 @@ bool payable(const Document& document) { return document.type < DocType::kOrder;
 
 }  // namespace
 
-Payables::Payables(Store& store, Ledger& ledger, const Rates& rates, std::vector<Party> suppliers,
-                   std::int64_t purchases, Random random)
+Payables::Payables(Store& store, Ledger& ledger, Stock& stock, StockRoom& stockRoom,
+                   const Rates& rates, std::vector<Party> suppliers, std::int64_t purchases,
+                   Random random)
     : ledger_(ledger),
+      stock_(stock),
+      stockRoom_(stockRoom),
       rates_(rates),
       suppliers_(std::move(suppliers)),
       quota_(purchases),
@@ -56,14 +60,14 @@ Payables::Payables(Store& store, Ledger& ledger, const Rates& rates, std::vector
                   "ExDocSegmentId"}),
       lines_(store, "PurcDet",
              {"InPurcDetId", "ExPurcId", "ExItemId", "Qty", "UnitPrice", "LineAmnt", "ExPurcAcctId",
-              "ExProjId", "ExSegmentId", "ExPODetId", "ExRecId", "ExRecDetId"}),
+              "ExProjId", "ExSegmentId", "ExPODetId", "ExRecId", "ExRecDetId", "ExWarehouseId"}),
       settlements_(paymentTable(store), paymentLineTable(store), ledger, rates, kPayablesSide,
                    kSupplierOddities, numbering_, random_.fork(), suppliers_.size()),
       awaited_(kDays) {}
 
 void Payables::day(int day) {
   for (const Awaited& awaited : std::exchange(awaited_[static_cast<std::size_t>(day)], {})) {
-    awaited.received ? invoice(awaited, day) : receive(awaited, day);
+    awaited.received.empty() ? receive(awaited, day) : invoice(awaited, day);
   }
   while (bought_ < quota_.until(day)) {
     buy(day);
@@ -93,9 +97,9 @@ std::vector<DocumentLine> Payables::pickLines(const Party& supplier, int day) {
   std::vector<DocumentLine> lines(chance < 55 ? 1 : chance < 85 ? 2 : 3);
   const Rate rate = rates_.on(day, supplier.currencyId);
   for (DocumentLine& line : lines) {
-    const SampleItem& item = pickGoods(random_);
+    const SampleItem& item = stockRoom_.wanted(random_, day);
     line.item = item.id;
-    line.quantity = random_.between(1, item.mostSold) * 5;
+    line.quantity = random_.between(1, StockRoom::largestSale(item)) * 6;
     line.price = share(item.cost, kParity, rate);
   }
   return lines;
@@ -107,7 +111,7 @@ Document Payables::begin(std::int32_t type, const Party& supplier, int day) {
   document.type = type;
   document.party = &supplier;
   document.day = day;
-  document.account = Acct::kPurchases;
+  document.account = Acct::kGoodsReceived;
   switch (type) {
     case DocType::kOrder:
       document.number = "PO" + std::to_string(++orders_);
@@ -128,8 +132,7 @@ void Payables::finish(Document& document) {
   complete(document, rates_, taxed ? kFederalRate : 0, taxed ? kQuebecRate : 0);
 }
 
-std::int32_t Payables::write(const Document& document, const Origin& origin,
-                             const OrderState& state) {
+void Payables::write(Document& document, const Origin& origin, const OrderState& state) {
   const Party& supplier = *document.party;
   const std::int32_t segment = supplier.region->segment;
   documents_.add({document.id,
@@ -153,7 +156,8 @@ std::int32_t Payables::write(const Document& document, const Origin& origin,
                   rateValue(supplier, document.rate),
                   currencyValue(supplier),
                   segment});
-  const std::int32_t first = lastLine_ + 1;
+  document.firstLine = lastLine_ + 1;
+  const bool ofGoods = document.account == Acct::kGoodsReceived;
   std::int32_t position = 0;
   const auto originKey = [&position](std::int32_t firstKey) {
     return keyOrNull(firstKey == 0 ? 0 : firstKey + position);
@@ -161,15 +165,15 @@ std::int32_t Payables::write(const Document& document, const Origin& origin,
   for (const DocumentLine& line : document.lines) {
     lines_.add({++lastLine_, document.id, keyOrNull(line.item),
                 Currency::fromInteger(line.quantity), money(line.price), money(line.amount()),
-                document.account, keyOrNull(document.project), segment, originKey(origin.orderLine),
-                keyOrNull(origin.reception), originKey(origin.receptionLine)});
+                document.account, keyOrNull(line.project == 0 ? document.project : line.project),
+                segment, originKey(origin.orderLine), keyOrNull(origin.reception),
+                originKey(origin.receptionLine), keyOrNull(ofGoods ? kMainWarehouse : 0)});
     ++position;
   }
-  return first;
 }
 
 /// Posts a purchase and puts it on the list of what is to be paid.
-void Payables::owe(const Document& document) {
+void Payables::owe(Document& document) {
   post(ledger_, document, kPayablesSide, document.type == DocType::kExpense ? "EXP" : "PUR");
   settlements_.owe(document, random_.chance(6));
 }
@@ -198,11 +202,19 @@ void Payables::buy(int day) {
   } else {
     document = begin(DocType::kGoods, supplier, day);
     document.lines = pickLines(supplier, day);
+    if (projectRuns(project, day) && random_.chance(150)) {
+      DocumentLine& line = document.lines.front();
+      line.project = project;
+      stockRoom_.keepForProject(project, line.item, line.quantity, day);
+    }
     if (random_.chance(300)) document.shipping = random_.between(2'500, 25'000);
     finish(document);
   }
   write(document, {}, {});
   owe(document);
+  if (document.type == DocType::kGoods) {
+    stock_.add(purchaseOf(document, lineAmountsHome(document)));
+  }
   ++bought_;
   if (document.type == DocType::kGoods && random_.chance(40)) returnGoods(document, day);
 }
@@ -215,6 +227,7 @@ void Payables::returnGoods(const Document& purchase, int day) {
   finish(note);
   write(note, {}, {});
   owe(note);
+  stock_.add(purchaseOf(note, lineAmountsHome(note)));
 }
 
 /// Orders goods that will be received later, and invoiced later still.
@@ -228,8 +241,9 @@ void Payables::order(int day) {
   const std::int32_t status = cancelled           ? OrderStatus::kCancelled
                               : reception < kDays ? OrderStatus::kReceived
                                                   : OrderStatus::kExpected;
-  const std::int32_t firstLine = write(document, {}, {status, reception});
-  if (!cancelled) await(reception, {std::move(document), {firstLine, 0, 0}, false});
+  write(document, {}, {status, reception});
+  const std::int32_t firstLine = document.firstLine;
+  if (!cancelled) await(reception, {std::move(document), {firstLine, 0, 0}});
 }
 
 void Payables::await(int day, Awaited awaited) {
@@ -240,18 +254,24 @@ void Payables::receive(const Awaited& awaited, int day) {
   Document reception = begin(DocType::kReception, *awaited.document.party, day);
   reception.lines = awaited.document.lines;
   finish(reception);
-  const std::int32_t firstLine =
-      write(reception, {awaited.origin.orderLine, 0, 0}, {OrderStatus::kReceived, day});
-  const Origin origin{0, reception.id, firstLine};
-  await(day + random_.between(1, 20), {std::move(reception), origin, true});
+  write(reception, {awaited.origin.orderLine, 0, 0}, {OrderStatus::kReceived, day});
+  std::vector<Cents> amounts = lineAmountsHome(reception);
+  stock_.add(purchaseOf(reception, amounts));
+  const Origin origin{0, reception.id, reception.firstLine};
+  await(day + random_.between(1, 20), {std::move(reception), origin, std::move(amounts)});
 }
 
 void Payables::invoice(const Awaited& awaited, int day) {
   Document purchase = begin(DocType::kGoods, *awaited.document.party, day);
   purchase.lines = awaited.document.lines;
+  if (random_.chance(150)) {  // the price has changed since
+    Cents& price = purchase.lines.front().price;
+    price = share(price, random_.between(95, 108), 100);
+  }
   finish(purchase);
   write(purchase, awaited.origin, {});
   owe(purchase);
+  stock_.add(invoiceOf(purchase, awaited.received));
   ++bought_;
 }
 

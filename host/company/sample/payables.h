@@ -9,6 +9,7 @@
 #include "host/company/sample/items.h"
 #include "host/company/sample/parties.h"
 #include "host/company/sample/settlements.h"
+#include "host/company/sample/stock_room.h"
 
 namespace QuorHost::Sample {
 
@@ -16,8 +17,8 @@ class Payables {
  public:
   /// `purchases` is the number of purchases and expenses to make; orders, receptions and
   /// adjustments come on top.
-  Payables(Store& store, Ledger& ledger, const Rates& rates, std::vector<Party> suppliers,
-           std::int64_t purchases, Random random);
+  Payables(Store& store, Ledger& ledger, Stock& stock, StockRoom& stockRoom, const Rates& rates,
+           std::vector<Party> suppliers, std::int64_t purchases, Random random);
 
   /// What happens on a day.
   void day(int day);
@@ -34,7 +35,8 @@ class Payables {
   struct Awaited {
     Document document;
     Origin origin;
-    bool received = false;
+    /// What the lines of its reception came to; empty before that.
+    std::vector<Cents> received{};
   };
   /// What only orders and receptions have.
   struct OrderState {
@@ -52,11 +54,13 @@ class Payables {
   void returnGoods(const Document& purchase, int day);
   Document begin(std::int32_t type, const Party& supplier, int day);
   void finish(Document& document);
-  void owe(const Document& document);
-  /// Writes a document and returns the key of its first line; the others follow it.
-  std::int32_t write(const Document& document, const Origin& origin, const OrderState& state);
+  void owe(Document& document);
+  /// Writes a document, and notes the key of its first line; the others follow it.
+  void write(Document& document, const Origin& origin, const OrderState& state);
 
   Ledger& ledger_;
+  Stock& stock_;
+  StockRoom& stockRoom_;
   const Rates& rates_;
   std::vector<Party> suppliers_;
   Quota quota_;

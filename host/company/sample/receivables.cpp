@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/company/sample/lists.h"
+#include "host/company/sample/stock_trade.h"
 
 namespace QuorHost::Sample {
 
@@ -28,9 +29,10 @@ Table receiptLineTable(Store& store) {
 
 }  // namespace
 
-Receivables::Receivables(Store& store, Ledger& ledger, const Rates& rates,
+Receivables::Receivables(Store& store, Ledger& ledger, Stock& stock, const Rates& rates,
                          std::vector<Party> customers, std::int64_t sales, Random random)
     : ledger_(ledger),
+      stock_(stock),
       rates_(rates),
       customers_(std::move(customers)),
       quota_(sales),
@@ -41,8 +43,8 @@ Receivables::Receivables(Store& store, Ledger& ledger, const Rates& rates,
            "ShipAmnt", "TaxAmnt", "TotAmnt", "RecAmnt", "RecExGLAcctId", "Balance", "BalanceHome",
            "ExchangeRate", "ExCurrencyId", "ExDocSegmentId", "ExOrderId"}),
       lines_(store, "InvoiDet",
-             {"ExInvoiId", "ExItemId", "Qty", "UnitPrice", "LineAmnt", "ExSaleAcctId", "ExProjId",
-              "ExSegmentId"}),
+             {"InInvoiDetId", "ExInvoiId", "ExItemId", "Qty", "UnitPrice", "LineAmnt",
+              "ExSaleAcctId", "ExProjId", "ExSegmentId", "ExWarehouseId", "ExOrderDetId"}),
       settlements_(receiptTable(store), receiptLineTable(store), ledger, rates, kReceivablesSide,
                    kCustomerOddities, numbering_, random_.fork(), customers_.size()),
       deliveries_(kDays) {}
@@ -112,7 +114,7 @@ void Receivables::finish(Document& document, bool taxed) {
   complete(document, rates_, taxed ? region.federalRate : 0, taxed ? region.provincialRate : 0);
 }
 
-void Receivables::write(const Document& document, std::int32_t order) {
+void Receivables::write(Document& document, std::int32_t order) {
   const Party& customer = *document.party;
   const bool receivable = document.type != DocType::kOrder;
   const std::int32_t segment = customer.region->segment;
@@ -123,12 +125,17 @@ void Receivables::write(const Document& document, std::int32_t order) {
                   money(document.balance()), money(document.balanceHome()),
                   rateValue(customer, document.rate), currencyValue(customer), segment,
                   keyOrNull(order)});
+  document.firstLine = lastLine_ + 1;
+  const bool ofGoods = document.account == Acct::kSales;
   for (const DocumentLine& line : document.lines) {
-    lines_.add({document.id, keyOrNull(line.item), Currency::fromInteger(line.quantity),
-                money(line.price), money(line.amount()), document.account,
-                keyOrNull(document.project), segment});
+    lines_.add({++lastLine_, document.id, keyOrNull(line.item),
+                Currency::fromInteger(line.quantity), money(line.price), money(line.amount()),
+                document.account, keyOrNull(document.project), segment,
+                keyOrNull(ofGoods ? warehouseOf(segment) : 0), keyOrNull(line.orderLine)});
   }
-  if (receivable) post(ledger_, document, kReceivablesSide, "INV");
+  if (!receivable) return;
+  post(ledger_, document, kReceivablesSide, "INV");
+  stock_.add(saleOf(document));
 }
 
 void Receivables::sell(int day) {
@@ -168,6 +175,8 @@ void Receivables::order(int day) {
   document.lines = pickLines(pickGoods, customer, day);
   finish(document);
   write(document, 0);
+  std::int32_t key = document.firstLine;
+  for (DocumentLine& line : document.lines) line.orderLine = key++;
   OpenCredit deposit;
   const Cents quarter = document.total / 400 * 100;
   if (quarter > 0 && (inLastWeeks(day) || random_.chance(500))) {
@@ -178,17 +187,30 @@ void Receivables::order(int day) {
   deliveries_[static_cast<std::size_t>(delivery)].push_back({std::move(document), deposit});
 }
 
-/// Delivers and invoices the orders of a day, and puts their deposits to use.
+/// Leaves half of the first line, where it has more than one, for another delivery.
+std::vector<DocumentLine> Receivables::splitOff(std::vector<DocumentLine>& lines) {
+  DocumentLine rest = lines.front();
+  rest.quantity /= 2;
+  if (rest.quantity == 0 || !random_.chance(250)) return {};
+  lines.front().quantity -= rest.quantity;
+  return {rest};
+}
+
+/// Delivers and invoices the orders of a day, some of them in part, and puts their deposits to use.
 void Receivables::deliver(int day) {
-  for (const Order& order : std::exchange(deliveries_[static_cast<std::size_t>(day)], {})) {
+  for (Order& order : std::exchange(deliveries_[static_cast<std::size_t>(day)], {})) {
     const Party& customer = *order.document.party;
     Document invoice = begin(DocType::kGoods, customer, day);
-    invoice.lines = order.document.lines;
+    invoice.lines = std::move(order.document.lines);
+    order.document.lines = splitOff(invoice.lines);
     finish(invoice);
     write(invoice, order.document.id);
     settlements_.owe(invoice, false);
     ++sold_;
     if (order.deposit.remaining != 0) settlements_.useCredit(customer, day, order.deposit);
+    const int rest = day + random_.between(5, 25);
+    if (order.document.lines.empty() || rest >= kDays) continue;
+    deliveries_[static_cast<std::size_t>(rest)].push_back({std::move(order.document), {}});
   }
 }
 

@@ -9,14 +9,15 @@
 #include "host/company/sample/items.h"
 #include "host/company/sample/parties.h"
 #include "host/company/sample/settlements.h"
+#include "host/company/sample/stock.h"
 
 namespace QuorHost::Sample {
 
 class Receivables {
  public:
   /// `sales` is the number of sales documents to make; orders and adjustments come on top.
-  Receivables(Store& store, Ledger& ledger, const Rates& rates, std::vector<Party> customers,
-              std::int64_t sales, Random random);
+  Receivables(Store& store, Ledger& ledger, Stock& stock, const Rates& rates,
+              std::vector<Party> customers, std::int64_t sales, Random random);
 
   /// What happens on a day.
   void day(int day);
@@ -38,9 +39,11 @@ class Receivables {
   void chargeReturnedCheque(const Party& customer, int day);
   Document begin(std::int32_t type, const Party& customer, int day);
   void finish(Document& document, bool taxed = true);
-  void write(const Document& document, std::int32_t order);
+  std::vector<DocumentLine> splitOff(std::vector<DocumentLine>& lines);
+  void write(Document& document, std::int32_t order);
 
   Ledger& ledger_;
+  Stock& stock_;
   const Rates& rates_;
   std::vector<Party> customers_;
   Quota quota_;
@@ -54,6 +57,7 @@ class Receivables {
   std::int32_t invoices_ = 100'000;
   std::int32_t adjustments_ = 0;
   std::int32_t orders_ = 0;
+  std::int32_t lastLine_ = 0;
 };
 
 }  // namespace QuorHost::Sample

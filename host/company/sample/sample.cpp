@@ -9,6 +9,7 @@
 #include "host/company/sample/payables.h"
 #include "host/company/sample/payroll.h"
 #include "host/company/sample/receivables.h"
+#include "host/company/sample/stock_room.h"
 
 namespace QuorHost::Sample {
 
@@ -30,14 +31,19 @@ void writeSample(Store& store, const CreateOptions& options, const Progress& pro
   std::vector<Party> suppliers = writeSuppliers(store, random.fork(), 16 + 4 * scale);
 
   Ledger ledger(store);
-  Receivables receivables(store, ledger, rates, std::move(customers), scale * 1'000LL,
+  Stock stock(store, ledger);
+  StockRoom stockRoom(store, stock, scale, random.fork());
+  Receivables receivables(store, ledger, stock, rates, std::move(customers), scale * 1'000LL,
                           random.fork());
-  Payables payables(store, ledger, rates, std::move(suppliers), scale * 200LL, random.fork());
+  Payables payables(store, ledger, stock, stockRoom, rates, std::move(suppliers), scale * 200LL,
+                    random.fork());
   Payroll payroll(store, ledger, scale, random.fork());
   Banking banking(store, ledger, rates, scale);
   for (int day = 0; day < kDays; ++day) {
     receivables.day(day);
     payables.day(day);
+    stockRoom.day(day);
+    stock.endDay(day);
     payroll.day(day);
     banking.day(day);
     if (progress && day % kProgressDays == 0) progress("writing the sample", day, kDays);

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/engines/sqlite/change_watch.h"
 #include "host/engines/sqlite/connection.h"
 #include "host/engines/sqlite/copy.h"
 #include "host/engines/sqlite/engine_error.h"
@@ -75,7 +76,7 @@ void SqliteStore::redefine(std::string_view table, std::string_view statement) {
   requireWritable();
   database_->prepareForChange();
   remakeTable(*database_, catalogue_, table, statement);
-  database_->cache().clear();
+  database_->forgetStatements();
   catalogue_ = readStoredCatalogue(*database_);
   definedInTransaction_ = database_->inTransaction();
 }
@@ -112,6 +113,12 @@ std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
   const Sql::Relation* const relation = catalogue_.find(table);
   if (relation == nullptr) refuseStatement("There is no table " + table);
   return std::make_unique<SqliteRowWriter>(database_, *relation, columns);
+}
+
+std::unique_ptr<ChangeLog> SqliteStore::watch(const WatchedTable& watched) {
+  requireWritable();
+  database_->prepareForChange();
+  return std::make_unique<ChangeWatch>(database_, watched);
 }
 
 std::vector<std::string> SqliteStore::integrityFindings() {

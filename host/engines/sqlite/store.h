@@ -28,6 +28,7 @@ class SqliteStore final : public Store {
   std::unique_ptr<Snapshot> hold() override;
   std::unique_ptr<RowWriter> writer(const std::string& table,
                                     const std::vector<std::string>& columns) override;
+  std::unique_ptr<ChangeLog> watch(const WatchedTable& watched) override;
   std::vector<std::string> integrityFindings() override;
   void copyTo(const std::string& path,
               const std::function<void(std::int64_t done, std::int64_t total)>& progress) override;

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/statement.h"
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/write/sql_writer.h"
@@ -76,8 +76,7 @@ void remakeTable(Database& database, const Sql::Catalogue& catalogue, std::strin
   try {
     remake(database, *before, definition, statement);
   } catch (...) {
-    database.run("ROLLBACK TO Remake");
-    database.run("RELEASE Remake");
+    database.rollBackTo("Remake");
     throw;
   }
   database.run("RELEASE Remake");

@@ -8,9 +8,9 @@
 
 namespace QuorHost::Sqlite {
 
-/// Makes `table` anew as the `CREATE TABLE` in `statement` has it, all or nothing: with its rows, in
-/// the columns that the old and the new one share, and with its indexes. Raises a refused statement
-/// for one that makes something else.
+/// Makes `table` anew as the `CREATE TABLE` in `statement` has it, all or nothing: with its rows,
+/// in the columns that the old and the new one share, and with its indexes. Raises a refused
+/// statement for one that makes something else.
 void remakeTable(Database& database, const Sql::Catalogue& catalogue, std::string_view table,
                  std::string_view statement);
 

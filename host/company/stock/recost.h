@@ -1,0 +1,52 @@
+// Running costs of stock: marking those that no longer hold, and computing them again.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/company/company.h"
+#include "platform/currency.h"
+
+namespace QuorHost {
+
+/// What computing an item's running costs again has come to.
+struct RecostedItem {
+  std::int32_t item = 0;
+  /// Movements that were computed, and those of them whose costs are others than before.
+  std::int64_t computed = 0;
+  std::int64_t changed = 0;
+  /// The costs after the item's last movement.
+  QuorDataLib::Currency averageBefore;
+  QuorDataLib::Currency average;
+  QuorDataLib::Currency lastBefore;
+  QuorDataLib::Currency last;
+};
+
+/// Computes the running costs that are marked as stale, of all items or (not 0) of one: from each
+/// item's first marked movement on, its state before that being what the movements before it come
+/// to. All marks of these items are cleared, in one transaction. Returns the items computed, by key;
+/// raises what stands in the way, naming the item, and then changes nothing. Memory does not grow
+/// with the number of movements.
+std::vector<RecostedItem> recostStock(Store& store, std::int32_t item = 0,
+                                      const Progress& progress = {});
+
+/// While it lives, it notes which movements are added, removed or changed in what costs depend on.
+class MovementWatch {
+ public:
+  /// Needs a transaction, in which everything happens that it is to note.
+  explicit MovementWatch(Store& store);
+
+  /// Marks the running costs of the items concerned from the first day on that was touched. Nothing
+  /// is noted any more.
+  void markStale();
+
+ private:
+  Store& store_;
+  std::unique_ptr<ChangeLog> changes_;
+};
+
+/// The table of movements.
+inline constexpr const char* kMovements = "InvenDet";
+
+}  // namespace QuorHost
