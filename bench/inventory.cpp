@@ -56,19 +56,19 @@ class StockCompany {
       for (std::int32_t i = 0; i < kMovements; ++i) {
         const std::int32_t type = kTypes[i % 10];
         const std::int64_t quantity = type == 7 ? -10'000 * (1 + i % 5) : 10'000 * (1 + i % 9);
-        const QuorDataLib::Value row[] = {i % 2 == 0 ? 1 : 2 + i / 2 % 500,
-                                          Date::of(2015, 1, 1).addDays(i / 300),
-                                          type,
-                                          i,
-                                          i,
-                                          i,
-                                          Currency::fromUnits(quantity),
-                                          Currency::fromUnits(50'000 + i % 9'973),
-                                          i % 100 != 0,
-                                          1 + i % 2,
-                                          i % 7 < 3 ? QuorDataLib::Value(1 + i % 3)
-                                                    : QuorDataLib::Value::null(),
-                                          1 + i / 2 % 3};
+        const QuorDataLib::Value row[] = {
+            i % 2 == 0 ? 1 : 2 + i / 2 % 500,
+            Date::of(2015, 1, 1).addDays(i / 300),
+            type,
+            i,
+            i,
+            i,
+            Currency::fromUnits(quantity),
+            Currency::fromUnits(50'000 + i % 9'973),
+            i % 100 != 0,
+            1 + i % 2,
+            i % 7 < 3 ? QuorDataLib::Value(1 + i % 3) : QuorDataLib::Value::null(),
+            1 + i / 2 % 3};
         rows->add(row);
       }
       transaction->commit();
@@ -131,8 +131,7 @@ Pair onHand(const std::shared_ptr<StockCompany>& stock) {
 
 Pair itemStock(const std::shared_ptr<StockCompany>& stock) {
   return against(
-      stock,
-      [] { return CInventoryQueries().OpenQtyStock(kBusiest, 0, {}, {}, true, false, ""); },
+      stock, [] { return CInventoryQueries().OpenQtyStock(kBusiest, 0, {}, {}, true, false, ""); },
       "SELECT ExItemId, sum(InvenDet.Qty), ExProjId, ExSegmentId, Item.Servc FROM Item JOIN "
       "InvenDet ON Item.InItemId = InvenDet.ExItemId WHERE DetDate BETWEEN '1900-01-01' AND '" +
           std::string(kEnd) +

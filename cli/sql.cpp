@@ -38,7 +38,8 @@ Parameters markerValues(const std::vector<std::string>& texts) {
 
 /// Runs a statement that changes rows. Where it changes stock movements, it also marks the running
 /// costs that no longer hold.
-std::int32_t change(const Session& session, const std::string& statement, const Parameters& values) {
+std::int32_t change(const Session& session, const std::string& statement,
+                    const Parameters& values) {
   std::int32_t affected = 0;
   const auto connection = session.connection();
   if (!mentions(statement, QuorHost::kMovements)) {

@@ -74,11 +74,11 @@ int recost(const RecostOptions& options, Console& console) {
   {
     ProgressBar bar(console);
     const Interruption interruption;
-    items = QuorHost::recostStock(*store, item,
-                                  [&](std::string_view what, std::int64_t done, std::int64_t total) {
-                                    Interruption::check();
-                                    bar.show(what, done, total);
-                                  });
+    items = QuorHost::recostStock(
+        *store, item, [&](std::string_view what, std::int64_t done, std::int64_t total) {
+          Interruption::check();
+          bar.show(what, done, total);
+        });
   }
   std::int64_t computed = 0;
   for (const RecostedItem& each : items) {

@@ -6,6 +6,7 @@
 #include "core/value_records.h"
 #include "inventory/inventory_helper.h"
 #include "inventory/inventory_queries.h"
+#include "inventory/kit_component.h"
 #include "ledger/general_ledger_helper.h"
 #include "ledger/general_ledger_queries.h"
 #include "payables/supplier_helper.h"
@@ -31,6 +32,7 @@ std::span<const ClassInfo* const> allClasses() {
       &CTrxRecHelper::info(),    &CEmployeeQueries::info(),      &CEmployeeHelper::info(),
       &CTaxHelper::info(),       &CCountryHelper::info(),        &CCustPmtInfo::info(),
       &CCustSaleInfo::info(),    &CSupplierPmtInfo::info(),      &CSupplierPurcInfo::info(),
+      &CKitComponent::info(),
   };
   return kClasses;
 }

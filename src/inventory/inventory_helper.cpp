@@ -94,6 +94,10 @@ const ClassInfo& CInventoryHelper::info() {
                                                               "The type of a source code."),
               method<&CInventoryHelper::GetSourceFromTrxType>("GetSourceFromTrxType", {"TrxType"},
                                                               "The source code of a type."),
+              method<&CInventoryHelper::GetKitComponents>("GetKitComponents", {"ItemID"},
+                                                          "What a kit is made of."),
+              method<&CInventoryHelper::GetInventoryGLAccounts>("GetInventoryGLAccounts", {},
+                                                                "The inventory accounts in use."),
           }));
   return info;
 }
@@ -229,6 +233,26 @@ bool CInventoryHelper::IsReceptionAdjustment(std::int32_t PurcId, std::int32_t P
         step([&] { RecId = valueOrEmpty(rows, "ExRecId").toLong(); });
         result = true;
       }
+    }
+    step([&] { rows->Close(); });
+  });
+}
+
+Ref<Collection> CInventoryHelper::GetInventoryGLAccounts() {
+  return trap("GetInventoryGLAccounts", [&](Steps& step, Ref<Collection>& result) {
+    result = make<Collection>();
+    const std::int32_t usual = accountParameter(step, "SuppGLInvAcct");
+    Statement statement(Sql::kAccounts);
+    if (usual != 0) {
+      result->Add(usual);
+      statement.text(Sql::kAccountsBut).number(usual);
+    }
+    statement.text(Sql::kAccountsGroup);
+    const Ref<Recordset> rows = open(step, statement, Pass::Nothing);
+    for (bool more = moreRows(step, rows); more; more = moveOn(step, rows)) {
+      std::int32_t account = 0;
+      readField(step, rows, "ExInvAcctId", account);
+      result->Add(account);
     }
     step([&] { rows->Close(); });
   });

@@ -6,10 +6,10 @@
 #include <source_location>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/frame.h"
 #include "inventory/inventory_queries.h"
+#include "inventory/kit_component.h"
 
 namespace QuorAccQueries {
 
@@ -155,6 +155,14 @@ class CInventoryHelper : public HelperFrame {
   std::int32_t GetTrxTypeFromSource(const std::string& Source);
   std::string GetSourceFromTrxType(std::int32_t TrxType);
 
+  /// What a kit is made of: its components (`CKitComponent`) in the order of its list, services
+  /// among them. Empty for what is no kit.
+  Ref<Collection> GetKitComponents(std::int32_t ItemID);
+
+  /// Keys of the inventory accounts in use: the company's ("SuppGLInvAcct"), where it has one, and
+  /// then those of items that have another one.
+  Ref<Collection> GetInventoryGLAccounts();
+
  private:
   /// The movements and stock that a question is about.
   struct Filter {
@@ -163,17 +171,6 @@ class CInventoryHelper : public HelperFrame {
     std::int32_t warehouse = 0;
     std::string projects;
     std::string condition;
-  };
-
-  /// What one kit takes of an item: `quantity` sale units.
-  struct KitPart {
-    std::int32_t item = 0;
-    Currency quantity;
-    /// Stock units in a sale unit; 0 counts as 1.
-    Currency factor;
-
-    /// What it comes to at a cost of a stock unit, to four decimals.
-    [[nodiscard]] Currency valueAt(Currency cost) const;
   };
 
   /// Fills in the last day by the session-date rule.
@@ -190,9 +187,6 @@ class CInventoryHelper : public HelperFrame {
 
   /// Replays movements in the order in which they come. It has a trap of its own.
   Currency CalculateAverageCostForRS(const Ref<Recordset>& rows);
-
-  /// The components of a kit, in the order of its list.
-  std::vector<KitPart> kitComponents(Steps& step, std::int32_t kit);
 
   /// The stock of an item and, where they are asked for, of its replacements that are not counted
   /// yet.

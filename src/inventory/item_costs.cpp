@@ -27,11 +27,6 @@ constexpr int kCostDecimals = 4;
 
 }  // namespace
 
-Currency CInventoryHelper::KitPart::valueAt(Currency cost) const {
-  const Currency each = roundedProduct(cost, quantity, kCostDecimals);
-  return factor.isZero() ? each : roundedProduct(each, factor, kCostDecimals);
-}
-
 Currency CInventoryHelper::GetInventValue(std::int32_t ItemID, bool UseSessionDate) {
   return trap("GetInventValue", [&](Steps& step, Currency& result) {
     const bool atAverage = valuesAtAverage(step);
@@ -62,9 +57,11 @@ Currency CInventoryHelper::GetAvgCostRange(std::int32_t ItemID, Date AtDate,
                                     UseSessionDate);
     };
     if (step([&] { return ItemIsKit(ItemID); })) {
-      for (const KitPart& component : kitComponents(step, ItemID)) {
-        const Currency cost = step([&] { return costOf(component.item); });
-        step([&] { result += component.valueAt(cost); });
+      const Ref<Collection> components = step([&] { return GetKitComponents(ItemID); });
+      for (const Value& each : components->values()) {
+        const Ref<CKitComponent> component = each.toObject().as<CKitComponent>();
+        const Currency cost = step([&] { return costOf(component->InItemId()); });
+        step([&] { result += component->valueAt(cost); });
       }
     } else {
       step([&] { result = costOf(ItemID); });
@@ -96,9 +93,11 @@ Currency CInventoryHelper::GetLastCost(std::int32_t ItemID, Date AtDate, std::in
       return GetLastCostItem(item, AtDate, WarehouseID, ProjIdList, ExtraWhere, UseSessionDate);
     };
     if (step([&] { return ItemIsKit(ItemID); })) {
-      for (const KitPart& component : kitComponents(step, ItemID)) {
-        const Currency cost = step([&] { return costOf(component.item); });
-        step([&] { result += component.valueAt(cost); });
+      const Ref<Collection> components = step([&] { return GetKitComponents(ItemID); });
+      for (const Value& each : components->values()) {
+        const Ref<CKitComponent> component = each.toObject().as<CKitComponent>();
+        const Currency cost = step([&] { return costOf(component->InItemId()); });
+        step([&] { result += component->valueAt(cost); });
       }
     } else {
       step([&] { result = costOf(ItemID); });

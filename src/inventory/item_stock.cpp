@@ -6,20 +6,22 @@ namespace QuorAccQueries {
 
 namespace Sql = ItemSql;
 
-std::vector<CInventoryHelper::KitPart> CInventoryHelper::kitComponents(Steps& step,
-                                                                       std::int32_t kit) {
-  std::vector<KitPart> components;
-  const Ref<Recordset> rows = open(step, Statement(Sql::kKitComponents).bind(kit), Pass::Array);
-  bool more = step([&] { return !rows->AtEnd(); });
-  while (more) {
-    KitPart& component = components.emplace_back();
-    step([&] { component.item = valueOrEmpty(rows, "InItemId").toLong(); });
-    step([&] { component.quantity = valueOrEmpty(rows, "Qty").toCurrency(); });
-    step([&] { component.factor = valueOrEmpty(rows, "FacSales").toCurrency(); });
-    more = moveOn(step, rows);
-  }
-  step([&] { rows->Close(); });
-  return components;
+Ref<Collection> CInventoryHelper::GetKitComponents(std::int32_t ItemID) {
+  return trap("GetKitComponents", [&](Steps& step, Ref<Collection>& result) {
+    result = make<Collection>();
+    const Ref<Recordset> rows =
+        open(step, Statement(Sql::kKitComponents).bind(ItemID), Pass::Array);
+    for (bool more = moreRows(step, rows); more; more = moveOn(step, rows)) {
+      std::int32_t item = 0;
+      Currency quantity;
+      Currency factor;
+      readField(step, rows, "InItemId", item);
+      readField(step, rows, "Qty", quantity);
+      readField(step, rows, "FacSales", factor);
+      result->Add(make<CKitComponent>(item, quantity, factor));
+    }
+    step([&] { rows->Close(); });
+  });
 }
 
 Currency CInventoryHelper::GetQtyInStockRange(std::int32_t ItemID, Date FromDate, Date ToDate,

@@ -1,5 +1,5 @@
-// What must hold for the stock of the sample company: both dialects answer alike, stock is worth what
-// a replay and the ledger say, and running costs survive being thrown away.
+// What must hold for the stock of the sample company: both dialects answer alike, stock is worth
+// what a replay and the ledger say, and running costs survive being thrown away.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -65,8 +65,8 @@ TEST_F(SampleStock, IsTheSameInBothDialects) {
       for (const Date to : {Date(), Date::of(2024, 2, 29)}) {
         const Date from = to.empty() ? Date() : Date::of(2022, 7, 1);
         for (const bool flag : kNoYes) {
-          SCOPED_TRACE("item " + std::to_string(item) + ", warehouse " +
-                       std::to_string(warehouse) + ", " + to.toText());
+          SCOPED_TRACE("item " + std::to_string(item) + ", warehouse " + std::to_string(warehouse) +
+                       ", " + to.toText());
           rows += inBoth([&] { return queries.OpenQtyOnHand(item, warehouse, from, to); });
           rows += inBoth([&] {
             return queries.OpenQtyReserved(item, warehouse, from, to, flag ? "SUM(Qty) AS Qty" : "",
@@ -92,7 +92,8 @@ TEST_F(SampleStock, IsTheSameInBothDialects) {
             return queries.OpenQtyStock(item, warehouse, from, to, true, true,
                                         "QtyStockView.QtyStock >= 0");
           });
-          rows += inBoth([&] { return queries.OpenItemAvgCost(item, to, warehouse, projects, extra); });
+          rows +=
+              inBoth([&] { return queries.OpenItemAvgCost(item, to, warehouse, projects, extra); });
           rows += inBoth([&] { return queries.OpenItemLastCost(item, to, warehouse, "", ""); });
         }
         rows += inBoth([&] {
@@ -111,19 +112,22 @@ TEST_F(SampleStock, IsWorthWhatAReplayAndTheLedgerSayOnAnyDay) {
   ASSERT_GT(keys.size(), 30U);
   for (Date day = Date::of(2022, 4, 1); day <= Date::of(2025, 3, 31); day = day.addDays(91)) {
     SCOPED_TRACE(day.toText());
-    const auto host = company_->host(day.civil().month % 2 == 0 ? Dialect::Server : Dialect::Desktop,
-                                     {{"Company.Param.QtyCostAtSessionDate", "1"},
-                                      {"Company.SessionDate", day.toText()}});
+    const auto host = company_->host(
+        day.civil().month % 2 == 0 ? Dialect::Server : Dialect::Desktop,
+        {{"Company.Param.QtyCostAtSessionDate", "1"}, {"Company.SessionDate", day.toText()}});
     CInventoryHelper helper;
     helper.SetCacheRecordsets(day.civil().month % 3 == 0);
     Currency sum;
     for (const std::string& key : keys) {
       Currency quantity;
       Currency average;
-      const Ref<fixture::Recordset> rows = company_->store().connect(Dialect::Server)->OpenRecordset(
-          "SELECT Qty, RunningAvgCost FROM InvenDet WHERE ExItemId = " + key + " AND DetDate <= '" +
-              day.toText() + "' ORDER BY DetDate, Type, SeqNo, InTrxId",
-          4, 0, {}, 0);
+      const Ref<fixture::Recordset> rows =
+          company_->store()
+              .connect(Dialect::Server)
+              ->OpenRecordset("SELECT Qty, RunningAvgCost FROM InvenDet WHERE ExItemId = " + key +
+                                  " AND DetDate <= '" + day.toText() +
+                                  "' ORDER BY DetDate, Type, SeqNo, InTrxId",
+                              4, 0, {}, 0);
       for (; !rows->AtEnd(); rows->MoveNext()) {
         quantity += rows->Field(0).toCurrency();
         average = rows->Field(1).toCurrency();
@@ -151,7 +155,9 @@ TEST_F(SampleStock, ShowsWhatAStockHas) {
       "InvenDet WHERE Type = 7 AND Qty > 0",
       "InvoiDet INNER JOIN InvenDet ON InvenDet.ExDetId = InvoiDet.InInvoiDetId WHERE "
       "InvenDet.Type = 7 AND InvoiDet.ExItemId = 73 AND InvenDet.Qty * 100 = InvoiDet.Qty * -75",
-      "ItemReservedInvoi_View WHERE Qty > 0", "ItemReservedAssembly_View", "ItemToRecAssembly_View",
+      "ItemReservedInvoi_View WHERE Qty > 0",
+      "ItemReservedAssembly_View",
+      "ItemToRecAssembly_View",
       "ItemToRecExpPurch_View WHERE QtyExpected > 0",
       "InvoiDet AS Part INNER JOIN InvoiDet AS Rest ON Rest.ExOrderDetId = Part.ExOrderDetId WHERE "
       "Rest.InInvoiDetId > Part.InInvoiDetId"};
@@ -159,9 +165,10 @@ TEST_F(SampleStock, ShowsWhatAStockHas) {
     EXPECT_NE(query(std::string("SELECT COUNT(*) FROM ") + each), Lines{"0"}) << each;
   }
   // Below zero for months, and above it in the end.
-  EXPECT_NE(query("SELECT COUNT(*) FROM (SELECT SUM(Qty) AS Stock FROM InvenDet WHERE ExItemId = 16 "
-                  "AND DetDate <= '2022-11-15') AS Early WHERE Stock < 0"),
-            Lines{"0"});
+  EXPECT_NE(
+      query("SELECT COUNT(*) FROM (SELECT SUM(Qty) AS Stock FROM InvenDet WHERE ExItemId = 16 "
+            "AND DetDate <= '2022-11-15') AS Early WHERE Stock < 0"),
+      Lines{"0"});
   EXPECT_THAT(QuorHost::checkCompany(company_->store()), IsEmpty());
 }
 
@@ -172,9 +179,10 @@ TEST_F(SampleStock, GetsItsRunningCostsBack) {
   std::int32_t affected = 0;
   company_->store()
       .connect(Dialect::Server)
-      ->Execute("UPDATE InvenDet SET RunningAvgCost = 1, RunningLastCost = 1, "
-                "RunningValuesDirty = 2 WHERE DetDate >= '2022-12-24'",
-                affected, -1, {});
+      ->Execute(
+          "UPDATE InvenDet SET RunningAvgCost = 1, RunningLastCost = 1, "
+          "RunningValuesDirty = 2 WHERE DetDate >= '2022-12-24'",
+          affected, -1, {});
   QuorHost::recostStock(company_->store());
   EXPECT_EQ(query(costs), before);
 }

@@ -98,9 +98,10 @@ class Inventory : public testing::TestWithParam<Dialect> {
     company_->load("InvoiDet",
                    "InInvoiDetId,ExInvoiId,ExItemId,Qty,ExOrderDetId,ExWarehouseId\n"
                    "1,7,5,4,,1\n2,7,2,1,4,1\n3,8,9,3,,1\n4,8,2,5,,1\n");
-    company_->load("AssemblyHdr",
-                   "InAssemblyId,AssemblyId,AssemblyDate,AssemblyStatus,ExItemId,Qty,ExWarehouseId\n"
-                   "1,F1,2025-04-05,1,13,2,1\n2,F2,2025-04-05,2,13,7,1\n");
+    company_->load(
+        "AssemblyHdr",
+        "InAssemblyId,AssemblyId,AssemblyDate,AssemblyStatus,ExItemId,Qty,ExWarehouseId\n"
+        "1,F1,2025-04-05,1,13,2,1\n2,F2,2025-04-05,2,13,7,1\n");
     company_->load("AssemblyDet", "ExAssemblyId,ExItemId,Qty\n1,1,8\n1,2,4\n2,1,28\n");
     company_->load("WarehouseTransHdr",
                    "InWarehouseTransId,TransDate,ExFromWarehouseId,ExToWarehouseId\n"
@@ -137,8 +138,8 @@ TEST_P(Inventory, AKitIsWhatItsScarcestComponentMakes) {
   EXPECT_THAT(kits(2, may), UnorderedElementsAre("-|2|1", "-|3|8"));
   EXPECT_THAT(kits(0, may, "QtyStockView.ExProjId = 1"), ElementsAre("1|1|2"));
   // 10 - 25 of the first component: below zero the engines cut differently.
-  EXPECT_THAT(kits(1, {}), UnorderedElementsAre(
-                               GetParam() == Dialect::Server ? "-|1|-7" : "-|1|-8", "1|1|2"));
+  EXPECT_THAT(kits(1, {}),
+              UnorderedElementsAre(GetParam() == Dialect::Server ? "-|1|-7" : "-|1|-8", "1|1|2"));
   // A component that was never there makes none.
   EXPECT_THAT(lines(queries.OpenQtyStock(10, 0, {}, may, true, true, ""),
                     {"ExProjId", "ExSegmentId", "QtyStock"}),
@@ -154,8 +155,8 @@ TEST_P(Inventory, StockIsCountedByProjectSegmentAndWarehouse) {
               UnorderedElementsAre("1|-|1|10", "1|1|1|7", "1|-|2|3"));
   std::string projects = "1,2";
   std::string extra = "ExWarehouseId = 1";
-  EXPECT_THAT(lines(queries.OpenQtyStockProj(0, {}, may, projects, extra), {"ExItemId", "InProjId",
-                                                                            "QtyStock"}),
+  EXPECT_THAT(lines(queries.OpenQtyStockProj(0, {}, may, projects, extra),
+                    {"ExItemId", "InProjId", "QtyStock"}),
               UnorderedElementsAre("1|1|7", "2|1|4", "3|1|1", "6|2|-1"));
   for (const bool cached : {false, true}) {
     CInventoryHelper helper;
@@ -231,12 +232,11 @@ TEST_P(Inventory, RowsMoveCostsByTypeAndSign) {
     bool invoiced;
     bool average, last;
   };
-  const Row kRows[] = {
-      {1, 2, 2, "-1", false, true, true},   {1, 2, 2, "1", false, false, false},
-      {1, 1, 1, "-1", false, false, false}, {1, 1, 1, "1", false, true, true},
-      {1, 2, 2, "-1", true, false, false},  {1, 2, 2, "1", true, true, true},
-      {2, 1, 1, "0", false, false, true},   {2, 1, 1, "-1", false, false, false},
-      {6, 1, 1, "1", false, true, true},    {6, 1, 1, "0", false, false, false}};
+  const Row kRows[] = {{1, 2, 2, "-1", false, true, true},   {1, 2, 2, "1", false, false, false},
+                       {1, 1, 1, "-1", false, false, false}, {1, 1, 1, "1", false, true, true},
+                       {1, 2, 2, "-1", true, false, false},  {1, 2, 2, "1", true, true, true},
+                       {2, 1, 1, "0", false, false, true},   {2, 1, 1, "-1", false, false, false},
+                       {6, 1, 1, "1", false, true, true},    {6, 1, 1, "0", false, false, false}};
   for (const Row& row : kRows) {
     SCOPED_TRACE(std::to_string(row.type) + " " + row.quantity);
     const Currency quantity = amount(row.quantity);
@@ -270,21 +270,19 @@ TEST_P(Inventory, AMovementsPositionTellsWhatWasThereBefore) {
   CInventoryQueries queries;
   const Date day = Date::of(2025, 3, 10);
   const auto before = [&](std::int32_t type, std::int32_t sequence, std::int32_t transaction) {
-    return lines(
-        queries.OpenQuantityOnHandBySegmentProject(6, day, type, sequence, transaction),
-        {"ExProjId", "ExSegmentId", "QtyOnHand", "LastCost", "AvgCost"});
+    return lines(queries.OpenQuantityOnHandBySegmentProject(6, day, type, sequence, transaction),
+                 {"ExProjId", "ExSegmentId", "QtyOnHand", "LastCost", "AvgCost"});
   };
   // The day before has the same sequence number and is not counted; after it the average was
   // 11.9231, and (11.9231 x 103 + 14 x 6) / 109 = 12.0374 after the day's purchase.
   EXPECT_THAT(before(2, 7, 34), ElementsAre("-|1|10|14|12.0374", "2|1|-1|14|12.0374"));
-  EXPECT_THAT(before(2, 7, 35), ElementsAre("-|1|10|11|12.0187", "-|2|2|11|12.0187",
-                                            "2|1|-1|11|12.0187"));
-  EXPECT_THAT(before(1, 8, 1), ElementsAre("-|1|10|14|12.0374", "-|2|100|14|12.0374",
-                                           "2|1|-1|14|12.0374"));
+  EXPECT_THAT(before(2, 7, 35),
+              ElementsAre("-|1|10|11|12.0187", "-|2|2|11|12.0187", "2|1|-1|11|12.0187"));
+  EXPECT_THAT(before(1, 8, 1),
+              ElementsAre("-|1|10|14|12.0374", "-|2|100|14|12.0374", "2|1|-1|14|12.0374"));
   EXPECT_THAT(before(0, 7, 32), ElementsAre("-|1|4|10|10"));
-  EXPECT_THAT(
-      lines(queries.OpenQuantityOnHandBySegmentProject(6, Date::of(2025, 3, 8), 1, 6, 30)),
-      IsEmpty());
+  EXPECT_THAT(lines(queries.OpenQuantityOnHandBySegmentProject(6, Date::of(2025, 3, 8), 1, 6, 30)),
+              IsEmpty());
 }
 
 TEST_P(Inventory, WhatIsReservedAndToComeIsListed) {
@@ -342,7 +340,27 @@ TEST_P(Inventory, ItemsAreLookedUp) {
   EXPECT_EQ(helper.GetItemBarCodeValue(2, amount("2.5")), "B200");
   EXPECT_EQ(helper.GetItemBarCodeValue(3, amount("2.5")), "C300") << "null is false";
   EXPECT_EQ(helper.GetItemBarCodeValue(77, amount("2.5")), "");
+  Lines components;
+  for (const QuorDataLib::Value& each : helper.GetKitComponents(9)->values()) {
+    const auto part = each.toObject().as<QuorAccQueries::CKitComponent>();
+    components.push_back(std::to_string(part->InItemId()) + "|" + part->Qty().toText(1) + "|" +
+                         part->FacSales().toText(0));
+  }
+  EXPECT_THAT(components, ElementsAre("1|2.0|0", "2|1.0|2", "3|0.5|1", "8|1.0|1", "5|0.0|1"));
+  EXPECT_EQ(helper.GetKitComponents(1)->Count(), 0);
+  const auto accounts = [](std::map<std::string, std::string> foundation) {
+    const auto host = company_->host(GetParam(), std::move(foundation));
+    Lines keys;
+    for (const auto& key : CInventoryHelper().GetInventoryGLAccounts()->values()) {
+      keys.push_back(key.toText());
+    }
+    return keys;
+  };
+  EXPECT_THAT(accounts({{"Param.QuorAcctParams.SuppGLInvAcct", "1210"}}),
+              ElementsAre("1210", "1200"));
+  EXPECT_THAT(accounts({{"Param.QuorAcctParams.SuppGLInvAcct", "0"}}), ElementsAre("1200", "1210"));
   std::string component;
+  host_->install();
   EXPECT_TRUE(helper.IsValidAssembly(13, component));
   EXPECT_FALSE(helper.IsValidAssembly(14, component));
   EXPECT_EQ(component, "");
@@ -359,8 +377,10 @@ TEST_P(Inventory, MarkingKeepsItsPrecedence) {
                "4,1,2025-01-06,1,7,1,0,0\n5,1,2025-01-06,2,1,1,0,0\n6,1,2025-01-07,0,1,1,0,0\n");
   const auto host = company.host(GetParam(), {});
   const auto marks = [&] {
-    return lines(company.store().connect(GetParam())->OpenRecordset(
-        "SELECT RunningValuesDirty FROM InvenDet ORDER BY InTrxId", 4, 0, {}, 0));
+    return lines(company.store()
+                     .connect(GetParam())
+                     ->OpenRecordset("SELECT RunningValuesDirty FROM InvenDet ORDER BY InTrxId", 4,
+                                     0, {}, 0));
   };
   CInventoryHelper helper;
   helper.FlagInventoryDirty(false, Date::of(2025, 1, 6), 1, 5);

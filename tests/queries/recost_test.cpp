@@ -1,9 +1,10 @@
 // Running costs that are computed again are those of a replay from the first movement.
+#include "host/company/stock/recost.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "host/company/stock/recost.h"
 #include "inventory/inventory_helper.h"
 #include "queries/company_fixture.h"
 
@@ -40,10 +41,11 @@ std::string randomMovements(std::mt19937& random, int count) {
 void expectReplayed(QuorHost::Store& store) {
   CInventoryHelper helper;
   for (int item = 1; item <= kItems; ++item) {
-    const Ref<fixture::Recordset> rows = store.connect(Dialect::Server)->OpenRecordset(
-        "SELECT * FROM InvenDet WHERE ExItemId = " + std::to_string(item) +
-            " ORDER BY DetDate, Type, SeqNo, InTrxId",
-        4, 0, {}, 0);
+    const Ref<fixture::Recordset> rows =
+        store.connect(Dialect::Server)
+            ->OpenRecordset("SELECT * FROM InvenDet WHERE ExItemId = " + std::to_string(item) +
+                                " ORDER BY DetDate, Type, SeqNo, InTrxId",
+                            4, 0, {}, 0);
     Currency quantity;
     Currency average;
     Currency last;

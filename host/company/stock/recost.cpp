@@ -85,9 +85,8 @@ class ItemRecost {
 
   StockState stateBefore(const LedgerRow& row) {
     StockState state;
-    const Ref<Recordset> sum =
-        open("SELECT SUM(Qty) FROM InvenDet WHERE ExItemId = ? AND " + kBefore,
-             itemAndPosition(row));
+    const Ref<Recordset> sum = open(
+        "SELECT SUM(Qty) FROM InvenDet WHERE ExItemId = ? AND " + kBefore, itemAndPosition(row));
     if (sum->Field(0).isNull()) return state;
     state.quantity = sum->Field(0).toCurrency();
     const Ref<Recordset> costs =
@@ -174,12 +173,12 @@ std::vector<RecostedItem> recostStock(Store& store, std::int32_t item, const Pro
 
 MovementWatch::MovementWatch(Store& store)
     : store_(store),
-      changes_(store.watch({.table = kMovements,
-                            .key = "ExItemId",
-                            .date = "DetDate",
-                            .columns = {"ExItemId", "DetDate", "Type", "SeqNo", "InTrxId", "Qty",
-                                        "Cost", "Invoiced", "ExSrcKeyVal", "ExDetId",
-                                        "RunningAvgCost", "RunningLastCost"}})) {}
+      changes_(store.watch(
+          {.table = kMovements,
+           .key = "ExItemId",
+           .date = "DetDate",
+           .columns = {"ExItemId", "DetDate", "Type", "SeqNo", "InTrxId", "Qty", "Cost", "Invoiced",
+                       "ExSrcKeyVal", "ExDetId", "RunningAvgCost", "RunningLastCost"}})) {}
 
 void MovementWatch::markStale() {
   const std::vector<ChangeLog::Change> changes = changes_->take();

@@ -25,9 +25,9 @@ struct RecostedItem {
 
 /// Computes the running costs that are marked as stale, of all items or (not 0) of one: from each
 /// item's first marked movement on, its state before that being what the movements before it come
-/// to. All marks of these items are cleared, in one transaction. Returns the items computed, by key;
-/// raises what stands in the way, naming the item, and then changes nothing. Memory does not grow
-/// with the number of movements.
+/// to. All marks of these items are cleared, in one transaction. Returns the items computed, by
+/// key; raises what stands in the way, naming the item, and then changes nothing. Memory does not
+/// grow with the number of movements.
 std::vector<RecostedItem> recostStock(Store& store, std::int32_t item = 0,
                                       const Progress& progress = {});
 

@@ -45,7 +45,8 @@ struct StockState {
   QuorDataLib::Currency average;
   QuorDataLib::Currency last;
 
-  /// Takes the next movement in, by the rules of the component. Raises 6 where a value does not fit.
+  /// Takes the next movement in, by the rules of the component. Raises 6 where a value does not
+  /// fit.
   void take(const LedgerRow& row);
 
   /// What the stock is worth at its average cost, to the cent.
