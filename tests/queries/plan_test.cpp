@@ -9,6 +9,7 @@
 #include "host/engines/sqlite/store.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
+#include "inventory/inventory_queries.h"
 #include "payables/supplier_queries.h"
 #include "queries/company_fixture.h"
 #include "receivables/customer_queries.h"
@@ -16,6 +17,7 @@
 namespace {
 
 using QuorAccQueries::CCustomerQueries;
+using QuorAccQueries::CInventoryQueries;
 using QuorAccQueries::CSupplierQueries;
 using QuorDataLib::Date;
 using QuorDataLib::Parameters;
@@ -135,6 +137,20 @@ TEST_P(Plans, OfOneSupplierAreByIndex) {
     queries.OpenSuppLastPurc(5);
     queries.OpenSuppExpectedPurcOrd(5);
     queries.OpenSuppCostByProject(5, kDay, 2, 0, "Source");
+  });
+}
+
+TEST_P(Plans, OfOneItemAreByIndex) {
+  expectFast<CInventoryQueries>(9, [](CInventoryQueries& queries) {
+    std::string projects = "1,2";
+    std::string none;
+    for (const std::int32_t warehouse : {0, 2}) {
+      queries.OpenQtyOnHand(5, warehouse, {}, kDay);
+      queries.OpenQtyStock(5, warehouse, {}, kDay, true, false, "");
+      queries.OpenItemAvgCost(5, kDay, warehouse, "", "");
+      queries.OpenItemLastCost(5, kDay, warehouse, "", "");
+    }
+    queries.OpenQtyStockProj(5, {}, kDay, projects, none);
   });
 }
 
