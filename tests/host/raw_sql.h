@@ -5,13 +5,21 @@
 #include <sqlite3.h>
 
 #include <string>
+#include <string_view>
 
 namespace QuorHost::Testing {
 
-/// Runs the engine's own SQL on any file, where nothing watches over references.
+/// Runs the engine's own SQL on any file, where nothing watches over references. Texts have an
+/// order by their bytes there, so that definitions can be changed; statements must not rely on it.
 inline void runRaw(const std::string& path, const std::string& sql) {
   sqlite3* handle = nullptr;
   ASSERT_EQ(sqlite3_open(path.c_str(), &handle), SQLITE_OK);
+  const auto byBytes = [](void*, int leftSize, const void* left, int rightSize, const void* right) {
+    const std::string_view a(static_cast<const char*>(left), static_cast<std::size_t>(leftSize));
+    const std::string_view b(static_cast<const char*>(right), static_cast<std::size_t>(rightSize));
+    return a.compare(b);
+  };
+  ASSERT_EQ(sqlite3_create_collation(handle, "QUOR", SQLITE_UTF8, nullptr, byBytes), SQLITE_OK);
   EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
       << sqlite3_errmsg(handle);
   sqlite3_close(handle);

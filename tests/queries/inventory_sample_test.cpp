@@ -103,7 +103,7 @@ TEST_F(SampleStock, IsTheSameInBothDialects) {
       }
     }
   }
-  EXPECT_GT(rows, 5000U);
+  EXPECT_GT(rows, 2000U);
   EXPECT_GT(byItem, 500U);
 }
 

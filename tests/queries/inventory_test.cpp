@@ -341,7 +341,8 @@ TEST_P(Inventory, ItemsAreLookedUp) {
   EXPECT_EQ(helper.GetItemBarCodeValue(3, amount("2.5")), "C300") << "null is false";
   EXPECT_EQ(helper.GetItemBarCodeValue(77, amount("2.5")), "");
   Lines components;
-  for (const QuorDataLib::Value& each : helper.GetKitComponents(9)->values()) {
+  const auto parts = helper.GetKitComponents(9);
+  for (const QuorDataLib::Value& each : parts->values()) {
     const auto part = each.toObject().as<QuorAccQueries::CKitComponent>();
     components.push_back(std::to_string(part->InItemId()) + "|" + part->Qty().toText(1) + "|" +
                          part->FacSales().toText(0));
@@ -351,9 +352,8 @@ TEST_P(Inventory, ItemsAreLookedUp) {
   const auto accounts = [](std::map<std::string, std::string> foundation) {
     const auto host = company_->host(GetParam(), std::move(foundation));
     Lines keys;
-    for (const auto& key : CInventoryHelper().GetInventoryGLAccounts()->values()) {
-      keys.push_back(key.toText());
-    }
+    const auto found = CInventoryHelper().GetInventoryGLAccounts();
+    for (const auto& key : found->values()) keys.push_back(key.toText());
     return keys;
   };
   EXPECT_THAT(accounts({{"Param.QuorAcctParams.SuppGLInvAcct", "1210"}}),
