@@ -186,9 +186,17 @@ class Sheet : public Report {
 
   void printGroup(const Event& event) {
     if (form_.headingInGroups || event.level == 0 || !afterGroup_) write("");
-    write(
-        std::string(static_cast<std::size_t>(2 * (form_.headingInGroups ? 0 : event.level)), ' ') +
-        console_.bold(visible(event.text)) + visible(event.rest));
+    const std::string indent(
+        static_cast<std::size_t>(2 * (form_.headingInGroups ? 0 : event.level)), ' ');
+    const std::string rest = visible(event.rest);
+    std::string name = visible(event.text);
+    // Where the sheet is narrow, the name gives way to what tells the group apart.
+    constexpr std::size_t kLeastOfName = 12;
+    const std::size_t taken = indent.size() + displayWidth(rest);
+    if (console_.width > 0) {
+      name = shortened(name, std::max(kLeastOfName, std::max(console_.width, taken) - taken));
+    }
+    write(indent + console_.bold(name) + rest);
     headingDue_ = form_.headingInGroups;
   }
 
