@@ -31,11 +31,7 @@ struct Check {
 
 /// All areas, in the order in which they are checked.
 inline constexpr std::span<const Check> (*kCheckedAreas[])() = {
-    companyChecks,
-    ledgerChecks,
-    receivablesChecks,
-    payablesChecks,
-    inventoryChecks,
+    companyChecks, ledgerChecks, receivablesChecks, payablesChecks, inventoryChecks,
 };
 
 }  // namespace QuorHost
