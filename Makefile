@@ -15,7 +15,7 @@ QUORACC := build/release/bin/quoracc
 DEMO := build/demo/company.db
 
 .DEFAULT_GOAL := help
-.PHONY: help demo build test bench format lint clang sanitize fuzz install clean packages tools
+.PHONY: help demo build test bench format lint clang sanitize threads fuzz install clean packages tools
 
 help: ## this list
 	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 12
@@ -49,6 +49,10 @@ clang: tools build/clang/build.ninja ## everything once more with Clang's warnin
 sanitize: packages build/debug/build.ninja ## the tests under address and undefined-behaviour sanitizers
 	@cmake --build --preset debug -j $(JOBS)
 	@ctest --preset debug -j $(JOBS)
+
+threads: packages build/threads/build.ninja ## the tests of hosts on several threads under the thread sanitizer
+	@cmake --build --preset threads -j $(JOBS)
+	@build/threads/bin/host_threads_test
 
 fuzz: tools build/fuzz/build.ninja ## run each fuzz target for FUZZ_SECONDS
 	@cmake --build --preset fuzz -j $(JOBS)

@@ -9,4 +9,5 @@ function(quoracc_target target)
                                              $<$<BOOL:${QUORACC_WERROR}>:-Werror>
                                              $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
   endif()
+  quoracc_harden(${target})
 endfunction()

@@ -25,8 +25,14 @@ constexpr std::int32_t kRecurringTransactions = 42;
 Date today() {
   constexpr int kFirstYear = 1900;
   const std::time_t now = std::time(nullptr);
-  const std::tm* const local = std::localtime(&now);
-  return Date::of(local->tm_year + kFirstYear, local->tm_mon + 1, local->tm_mday);
+  // Each thread has its own: the standard function would hand out one that all share.
+  std::tm local{};
+#ifdef _WIN32
+  localtime_s(&local, &now);
+#else
+  localtime_r(&now, &local);
+#endif
+  return Date::of(local.tm_year + kFirstYear, local.tm_mon + 1, local.tm_mday);
 }
 
 /// The last day on or before `date` that has this month and day.

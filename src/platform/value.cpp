@@ -8,11 +8,12 @@
 #include <system_error>
 
 #include "platform/blanks.h"
+#include "platform/shown_text.h"
 
 namespace QuorDataLib {
 namespace {
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string quoted(std::string_view text) { return '"' + shownText(text) + '"'; }
 
 /// How a text reads as a number: `std::errc()` when `number` holds it, `result_out_of_range` when
 /// it is a number that a double cannot hold, `invalid_argument` when it is none.

@@ -130,6 +130,62 @@ TEST_F(Opening, AFileThatShrinksOrIsReplacedWhileItIsReadIsAnError) {
   }
 }
 
+TEST_F(Opening, ObjectsThatSomebodyElseHasPutThereAreRefusedByName) {
+  const std::pair<const char*, const char*> plants[] = {
+      {"CREATE TRIGGER Evil AFTER INSERT ON Entry BEGIN DELETE FROM Entry; END", "trigger Evil"},
+      {"CREATE VIEW Evil AS WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n)"
+       " SELECT i FROM n",
+       "view Evil"},
+      {"DROP VIEW OpenAccount; CREATE VIEW OpenAccount AS WITH RECURSIVE n (i) AS (SELECT 1 UNION"
+       " ALL SELECT i FROM n) SELECT i AS AcctNo, i AS Balance FROM n",
+       "view OpenAccount"},
+      {"CREATE VIRTUAL TABLE Evil USING rtree (Id, Low, High)", "virtual table Evil"},
+      {"CREATE TABLE \"Ev\nil\" (A)", "table Ev il"},
+      {"CREATE INDEX Evil ON Entry (Amnt + 1)", "index Evil"},
+      {"DROP INDEX AccountByDescr; CREATE INDEX AccountByDescr ON Account (Kind) WHERE Kind = 1",
+       "index AccountByDescr"},
+      {"ALTER TABLE Entry ADD COLUMN Evil INT AS (Amnt * 2)", "table Entry"},
+      {"DROP TABLE QuorCatalogue; CREATE VIEW QuorCatalogue AS WITH RECURSIVE n (i)"
+       " AS (SELECT 0 UNION ALL SELECT i + 1 FROM n) SELECT i AS Position, 'A' AS Name, 'table' AS"
+       " Kind, 'x' AS Sql FROM n",
+       "QuorCatalogue"},
+  };
+  makeCompany();
+  for (const auto& [plant, named] : plants) {
+    const std::string file = folder.file("planted");
+    fs::copy_file(path(), file, fs::copy_options::overwrite_existing);
+    runRaw(file, plant);
+    for (const Access access : {Access::Read, Access::Write}) {
+      EXPECT_THAT(refusal(file, access),
+                  HasSubstr(std::string("holds the ") +
+                            (named[0] == 'Q' ? "list of definitions " : "") + named + ","));
+    }
+  }
+  runRaw(path(), "ANALYZE Entry");
+  EXPECT_EQ(openCompanyFile(path(), Access::Write)->catalogue().relations().size(), 4U);
+}
+
+TEST_F(Opening, ATableOfAnOlderBuildGetsItsChecksWhenItIsOpenedForWriting) {
+  makeCompany();
+  runRaw(path(),
+         "PRAGMA writable_schema=ON; UPDATE sqlite_schema SET sql = 'CREATE TABLE \"Entry\" ("
+         "\"EntryNo\" INTEGER PRIMARY KEY, \"Amnt\" INTEGER) STRICT' WHERE name = 'Entry'");
+  runRaw(path(), "INSERT INTO Entry (EntryNo) VALUES (9999999999)");
+  const std::string wide = "SELECT EntryNo FROM Entry ORDER BY EntryNo DESC";
+  const auto reading = openCompanyFile(path(), Access::Read);
+  EXPECT_THAT(
+      raised(ErrorNumber::Overflow, [&] { only(reading->connect(Sql::Dialect::Server), wide); }),
+      HasSubstr("EntryNo"));
+  const auto store = openCompanyFile(path(), Access::Write);
+  const Ref<Connection> connection = store->connect(Sql::Dialect::Server);
+  EXPECT_THAT(store->integrityFindings(), testing::Contains(HasSubstr("Entry")));
+  raised(QuorDataLib::kStatementRefused,
+         [&] { execute(connection, "UPDATE Entry SET EntryNo = EntryNo + 2147483647"); });
+  EXPECT_EQ(execute(connection, "DELETE FROM Entry WHERE EntryNo > 2147483647"), 1);
+  EXPECT_EQ(only(connection, wide).toLong(), 1000);
+  EXPECT_TRUE(store->integrityFindings().empty());
+}
+
 TEST_F(Opening, ANewerSchemaIsRefusedAndAnOlderProgramToldToBeUpdated) {
   {
     const auto store = createCompanyFile(path(), Durability::Full);

@@ -149,18 +149,116 @@ TEST_F(Statements, ExecuteCountsRowsAndChangesAllOrNothing) {
 
 TEST_F(Statements, BrokenConstraintsNameTableAndColumn) {
   addAccount("1000", Currency());
+  addEntries(*store, 2);
   const auto refusal = [&](const std::string& sql) {
     return raised(kStatementRefused, [&] { execute(connection, sql); });
   };
   EXPECT_THAT(refusal("INSERT INTO Account (AcctNo) VALUES ('1000')"),
-              AllOf(HasSubstr("AcctNo"), HasSubstr("Account"), HasSubstr("unique")));
+              HasSubstr("Another row already has '1000' in AcctNo of table Account"));
   EXPECT_THAT(refusal("INSERT INTO Account (Descr) VALUES ('x')"),
               AllOf(HasSubstr("AcctNo"), HasSubstr("Account"), HasSubstr("missing")));
   EXPECT_THAT(refusal("UPDATE Account SET ExCurrencyId = 99"),
-              AllOf(HasSubstr("foreign key"), HasSubstr("UPDATE Account")));
+              AllOf(HasSubstr("Column ExCurrencyId of table Account would hold 99, but table "
+                              "Currency has no row with that InCurrencyId (a foreign key)"),
+                    HasSubstr("UPDATE Account")));
+  {
+    // The second of two rows, in a transaction that goes on afterwards; and the row referred to.
+    const auto transaction = store->begin();
+    execute(connection, "INSERT INTO Currency (InCurrencyId, Code) VALUES (3, 'CAD')");
+    const auto writer = store->writer("Account", {"AcctNo", "ExCurrencyId"});
+    writer->add(std::vector<Value>{"2000", 3});
+    EXPECT_THAT(raised(kStatementRefused, [&] { writer->add(std::vector<Value>{"3000", 4}); }),
+                HasSubstr("would hold 4"));
+    EXPECT_THAT(raised(kStatementRefused, [&] { writer->add(std::vector<Value>{"2000", 3}); }),
+                HasSubstr("has '2000' in AcctNo"));
+    EXPECT_THAT(refusal("DELETE FROM Currency"), HasSubstr("would hold 3"));
+    EXPECT_THAT(refusal("UPDATE Entry SET EntryNo = 7"), HasSubstr("has 7 in EntryNo"));
+    transaction->commit();
+  }
   EXPECT_THAT(refusal("UPDATE Account SET Descr = 'eleven char'"), HasSubstr("Descr"));
-  EXPECT_EQ(execute(connection, "UPDATE Account SET Descr = 'dix unités'"), 1)
+  EXPECT_EQ(execute(connection, "UPDATE Account SET Descr = 'dix unités'"), 2)
       << "a length counts characters";
+}
+
+TEST_F(Statements, NothingIsStoredThatItsColumnCannotHold) {
+  addEntries(*store, 3);
+  addAccount("1000", Currency());
+  // Every way in: computed, from a sub-select, by a generated key, in either dialect.
+  const std::tuple<const char*, const char*, const char*> changes[] = {
+      {"INSERT INTO Entry (EntryNo) VALUES (2147483647 + 1)", "EntryNo of table Entry",
+       "2147483648"},
+      {"UPDATE Entry SET EntryNo = -2147483647 - EntryNo", "EntryNo of table Entry", "-2147483649"},
+      {"INSERT INTO Entry (EntryNo) SELECT SUM(EntryNo) * 1000000000 FROM Entry",
+       "EntryNo of table Entry", "6000000000"},
+      {"UPDATE Account SET ExCurrencyId = 2147483647 + 5", "ExCurrencyId of table Account",
+       "2147483652"},
+      {"UPDATE Account SET Rate = 1e308 * 10", "Rate of table Account", "infinity"},
+      {"UPDATE Account SET Rate = -1e308 - 1e308", "Rate of table Account", "minus infinity"},
+      {"UPDATE Account SET Descr = 'eleven' + ' char'", "Descr of table Account", "'eleven char'"},
+  };
+  for (const Ref<Connection>& each : {connection, desktop}) {
+    for (const auto& [change, column, value] : changes) {
+      EXPECT_THAT(raised(kStatementRefused, [&, sql = change] { execute(each, sql); }),
+                  AllOf(HasSubstr(column), HasSubstr(std::string("cannot hold ") + value)));
+    }
+  }
+  raised(ErrorNumber::Overflow,
+         [&] { execute(connection, "UPDATE Account SET Kind = 32767 + 1"); });
+  execute(connection, "INSERT INTO Account (InAcctId, AcctNo) VALUES (2147483647, 'last')");
+  EXPECT_THAT(raised(kStatementRefused, [&] { addAccount("one more", Currency()); }),
+              HasSubstr("InAcctId of table Account cannot hold 2147483648"));
+  for (const char* table : {"Entry", "Account"}) {
+    const Ref<Recordset> rows = open(connection, std::string("SELECT * FROM ") + table);
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      for (std::int32_t i = 0; i < rows->FieldCount(); ++i) (void)rows->Field(i);
+    }
+  }
+}
+
+TEST_F(Statements, TextsAreUtf8WithoutZeros) {
+  using namespace std::string_literals;
+  const std::string sql = "INSERT INTO Account (AcctNo, Descr) VALUES (?, ?)";
+  for (const std::string& wrong : {"a\0b"s, "\0"s, "caf\xE9"s, "\xED\xA0\x80"s, "\xC3"s}) {
+    EXPECT_THAT(
+        raised(ErrorNumber::InvalidArgument, [&] { execute(connection, sql, {"1", wrong}); }),
+        HasSubstr("marker 2"));
+    const auto transaction = store->begin();
+    const auto writer = store->writer("Account", {"AcctNo"});
+    EXPECT_THAT(
+        raised(ErrorNumber::InvalidArgument, [&] { writer->add(std::vector<Value>{wrong}); }),
+        HasSubstr("AcctNo"));
+    const Ref<Recordset> rows = open(connection, "SELECT * FROM Account", {}, 1);
+    rows->AddNew();
+    rows->SetField("AcctNo", wrong);
+    EXPECT_THAT(raised(ErrorNumber::InvalidArgument, [&] { rows->Update(); }), HasSubstr("AcctNo"));
+  }
+  execute(connection, sql, {"1", "\xF0\x9F\x98\x80\x01"});
+}
+
+TEST_F(Statements, MessagesAreShortAndOnOneLine) {
+  const std::string text = "x\n\x1B[31m\t\xC2\x9B" + std::string(1'000'000, '7') + "y";
+  addAccount("1", Currency());
+  const auto check = [](const std::string& message) {
+    EXPECT_LT(message.size(), 1'100U);
+    EXPECT_EQ(message.find_first_of("\n\r\t\x1B"), std::string::npos) << message;
+    EXPECT_EQ(message.find("\xC2\x9B"), std::string::npos) << message;
+  };
+  const auto failure = [&](const std::string& sql, const std::vector<Value>& values) {
+    try {
+      execute(connection, sql, values);
+      ADD_FAILURE() << sql;
+    } catch (const Error& error) {
+      check(error.description());
+    }
+  };
+  failure("UPDATE Account SET Descr = ?", {text});
+  failure("UPDATE Account SET Balance = ?", {text});
+  failure("UPDATE Account SET Kind = CAST(? AS INT)", {text});
+  failure("UPDATE Account SET Opened = ?", {text});
+  failure("UPDATE Account SET ExCurrencyId = 9 WHERE AcctNo <> '" + text + "'", {});
+  const Ref<Recordset> rows = open(connection, "SELECT * FROM Account");
+  check(raised(ErrorNumber::InvalidArgument, [&] { rows->Find("Kind = " + text); }));
+  check(raised(ErrorNumber::InvalidArgument, [&] { rows->Find("Kind = '" + text + "'"); }));
 }
 
 TEST_F(Statements, EachStatementHasItsOperation) {

@@ -6,6 +6,7 @@
 #include <limits>
 #include <optional>
 
+#include "host/sql/utf8.h"
 #include "platform/error.h"
 
 namespace QuorHost::Csv {
@@ -115,7 +116,7 @@ Value fieldValue(const Sql::Column& column, const Field& field) {
       break;
   }
   const auto size = static_cast<std::size_t>(column.size);
-  if (size != 0 && text.size() > size && countCharacters(text) > size) {
+  if (size != 0 && text.size() > size && Sql::countCharacters(text) > size) {
     refuse(text, "longer than " + std::to_string(size) + " characters");
   }
   return Value(text);

@@ -2,52 +2,10 @@
 
 #include <algorithm>
 
+#include "host/sql/utf8.h"
 #include "platform/error.h"
 
 namespace QuorHost::Csv {
-
-namespace {
-
-/// Length of the well-formed character that begins with `lead`, and the bounds of its second byte;
-/// length 0 for a byte that begins none.
-struct Form {
-  int length;
-  unsigned char low = 0x80;
-  unsigned char high = 0xBF;
-};
-
-Form formOf(unsigned char lead) {
-  if (lead >= 0x01 && lead < 0x80) return {1};
-  if (lead >= 0xC2 && lead <= 0xDF) return {2};
-  if (lead == 0xE0) return {3, 0xA0, 0xBF};
-  if (lead == 0xED) return {3, 0x80, 0x9F};
-  if (lead >= 0xE1 && lead <= 0xEF) return {3};
-  if (lead == 0xF0) return {4, 0x90, 0xBF};
-  if (lead >= 0xF1 && lead <= 0xF3) return {4};
-  if (lead == 0xF4) return {4, 0x80, 0x8F};
-  return {0};
-}
-
-}  // namespace
-
-std::size_t findIllFormed(std::string_view text) {
-  for (std::size_t i = 0; i < text.size();) {
-    const Form form = formOf(static_cast<unsigned char>(text[i]));
-    if (form.length == 0 || text.size() - i < static_cast<std::size_t>(form.length)) return i;
-    for (int k = 1; k < form.length; ++k) {
-      const auto byte = static_cast<unsigned char>(text[i + static_cast<std::size_t>(k)]);
-      const bool second = k == 1;
-      if (byte < (second ? form.low : 0x80) || byte > (second ? form.high : 0xBF)) return i;
-    }
-    i += static_cast<std::size_t>(form.length);
-  }
-  return std::string_view::npos;
-}
-
-std::size_t countCharacters(std::string_view text) {
-  return static_cast<std::size_t>(std::ranges::count_if(
-      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
-}
 
 void Reader::refuse(std::int64_t line, const std::string& what) {
   QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
@@ -134,7 +92,7 @@ bool Reader::next(std::vector<Field>& fields) {
   for (const Extent& extent : extents_) {
     const std::string_view text =
         std::string_view(record_).substr(extent.begin, extent.end - extent.begin);
-    if (findIllFormed(text) != std::string_view::npos)
+    if (Sql::findIllFormed(text) != std::string_view::npos)
       refuse(extent.line, "text that is not UTF-8");
     fields.push_back({text, extent.quoted, extent.line});
   }

@@ -57,11 +57,4 @@ class Reader {
   std::vector<Extent> extents_;
 };
 
-/// The place of the first byte that is not well-formed UTF-8, or `npos`. A NUL counts as
-/// ill-formed: no text of a company holds one.
-std::size_t findIllFormed(std::string_view text);
-
-/// Number of characters of a well-formed text.
-std::size_t countCharacters(std::string_view text);
-
 }  // namespace QuorHost::Csv

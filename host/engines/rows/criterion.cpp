@@ -7,6 +7,7 @@
 #include "platform/currency.h"
 #include "platform/date.h"
 #include "platform/error.h"
+#include "platform/shown_text.h"
 
 namespace QuorHost::Rows {
 namespace {
@@ -18,7 +19,7 @@ using Sql::Type;
 
 [[noreturn]] void refuseCriterion(const std::string& text) {
   QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                     "Cannot search for \"" + text +
+                     "Cannot search for \"" + QuorDataLib::shownText(text) +
                          "\": write Column = 12.5, Column = 'text' or Column = #2024-12-31#");
 }
 
@@ -141,8 +142,9 @@ Criterion parseCriterion(const std::string& text) {
 std::optional<FindKey> keyOf(const Criterion& criterion, Type type) {
   if (!goesWith(criterion.kind, type)) {
     QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                       "Cannot search for " + criterion.value + " in column " + criterion.column +
-                           ", whose type is " + std::string(Sql::typeName(type)));
+                       "Cannot search for " + QuorDataLib::shownText(criterion.value) +
+                           " in column " + criterion.column + ", whose type is " +
+                           std::string(Sql::typeName(type)));
   }
   switch (type) {
     case Type::Unknown:

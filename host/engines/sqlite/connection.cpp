@@ -7,6 +7,7 @@
 #include "host/engines/rows/updatable_recordset.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/run/change.h"
 #include "host/engines/sqlite/run/cursor.h"
 #include "host/engines/sqlite/run/row_changer.h"
 #include "platform/error.h"
@@ -91,9 +92,7 @@ void Connection::Execute(const std::string& sql, std::int32_t& recordsAffected,
   }
   store_->requireWritable();
   bindMarkers(change.statement, change.source->translation.markers, parameters.values());
-  TimeLimit limit(timeout_);
-  while (change.statement.step(sql, limit)) {
-  }
+  runChange(database, change.statement, sql, TimeLimit(timeout_));
   recordsAffected = sqlite3_changes(database.handle());
   database.cache().giveBack(std::move(change));
 }

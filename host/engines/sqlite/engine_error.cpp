@@ -5,6 +5,7 @@
 #include "host/engines/sqlite/functions/functions.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
+#include "platform/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
@@ -13,20 +14,21 @@ using QuorDataLib::Error;
 using QuorDataLib::ErrorNumber;
 
 constexpr std::string_view kSource = "QuorDataLib";
-constexpr std::size_t kQuotedLength = 80;
+/// The longest description, and the longest parts that it is put together from, in bytes.
+constexpr std::size_t kLongest = 1000;
+constexpr std::size_t kLongestMessage = 600;
+constexpr std::size_t kLongestStatement = 80;
 
 /// The beginning of a statement on one line.
 std::string quoted(std::string_view statement) {
   std::string text;
-  for (const char c : statement) {
+  for (const char c : statement.substr(0, kLongest)) {
     const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
     if (blank && (text.empty() || text.back() == ' ')) continue;
-    const bool startsCharacter = (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    if (text.size() >= kQuotedLength && startsCharacter) return text + "...";
     text += blank ? ' ' : c;
   }
   if (!text.empty() && text.back() == ' ') text.pop_back();
-  return text;
+  return QuorDataLib::shownText(text, kLongestStatement);
 }
 
 /// What follows the first ": " of the engine's message.
@@ -53,20 +55,6 @@ std::string columnsOfTable(std::string_view names) {
   return columns.append(" of table ").append(table);
 }
 
-/// A broken CHECK of a text's length ("length(Column) <= 10") in words; any other as it stands.
-std::string checkMessage(std::string_view check) {
-  constexpr std::string_view kBefore = "length(";
-  constexpr std::string_view kBetween = ") <= ";
-  const std::size_t between = check.find(kBetween);
-  if (!check.starts_with(kBefore) || between == std::string_view::npos) {
-    return "A value is outside what its column allows (constraint " + std::string(check) + ")";
-  }
-  std::string text = "The text is too long for column ";
-  text += check.substr(kBefore.size(), between - kBefore.size());
-  text.append(", which holds ").append(check.substr(between + kBetween.size()));
-  return text + " characters";
-}
-
 std::string constraintMessage(int extendedCode, std::string_view message) {
   switch (extendedCode) {
     case SQLITE_CONSTRAINT_UNIQUE:
@@ -79,7 +67,8 @@ std::string constraintMessage(int extendedCode, std::string_view message) {
     case SQLITE_CONSTRAINT_FOREIGNKEY:
       return "A row would point at a row that does not exist in another table (a foreign key)";
     case SQLITE_CONSTRAINT_CHECK:
-      return checkMessage(detail(message));
+      return "A value is outside what its column allows (constraint " +
+             std::string(detail(message)) + ")";
     default:
       return "A value cannot be stored in its column: " + std::string(message);
   }
@@ -113,11 +102,16 @@ std::string fileMessage(int code, const std::string& file) {
 }  // namespace
 
 void refuseStatement(std::string description) {
-  throw Error(QuorDataLib::kStatementRefused, std::string(kSource), std::move(description));
+  throw Error(QuorDataLib::kStatementRefused, std::string(kSource),
+              QuorDataLib::shownText(description, kLongest));
+}
+
+std::string inStatement(std::string_view statement) {
+  return statement.empty() ? "" : " (in: " + quoted(statement) + ")";
 }
 
 void raiseEngineError(sqlite3* database, int code, std::string_view statement) {
-  const std::string_view message = sqlite3_errmsg(database);
+  const std::string message = QuorDataLib::shownText(sqlite3_errmsg(database), kLongestMessage);
   if ((code & 0xFF) == SQLITE_NOMEM) {
     QuorDataLib::raise(ErrorNumber::OutOfMemory, "Out of memory");
   }
@@ -126,7 +120,7 @@ void raiseEngineError(sqlite3* database, int code, std::string_view statement) {
       fileMessage(code, path == nullptr || *path == '\0' ? "" : "'" + std::string(path) + "'");
   if (!description.empty()) refuseStatement(std::move(description));
 
-  const std::string where = statement.empty() ? "" : " (in: " + quoted(statement) + ")";
+  const std::string where = inStatement(statement);
   if ((code & 0xFF) == SQLITE_CONSTRAINT) {
     refuseStatement(constraintMessage(sqlite3_extended_errcode(database), message) + where);
   }
@@ -134,7 +128,7 @@ void raiseEngineError(sqlite3* database, int code, std::string_view statement) {
     QuorDataLib::raise(ErrorNumber::Overflow,
                        "Overflow: a sum or a product is too large for its type" + where);
   }
-  refuseStatement("The statement failed: " + std::string(message) + where);
+  refuseStatement("The statement failed: " + message + where);
 }
 
 }  // namespace QuorHost::Sqlite

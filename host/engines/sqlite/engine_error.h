@@ -11,6 +11,9 @@ namespace QuorHost::Sqlite {
 /// Raises `QuorDataLib::kStatementRefused` with `description`.
 [[noreturn]] void refuseStatement(std::string description);
 
+/// The end of a message about `statement`, of which it quotes the beginning; empty for none.
+[[nodiscard]] std::string inStatement(std::string_view statement);
+
 /// Raises what `database` has just reported under `code`: 6 for an integer overflow, 7 for
 /// exhausted memory, and a refused statement for everything else, naming the constraint with its
 /// table and columns, or the file with what to do about it. `statement` is the statement as its

@@ -12,6 +12,7 @@
 #include "host/engines/sqlite/opening.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/stored_catalogue.h"
+#include "host/engines/sqlite/stored_schema.h"
 #include "host/engines/sqlite/table_remake.h"
 #include "host/engines/sqlite/transaction.h"
 #include "host/engines/sqlite/write/sql_writer.h"
@@ -32,8 +33,11 @@ bool isDefinition(StatementKind kind) {
 
 }  // namespace
 
-SqliteStore::SqliteStore(std::shared_ptr<Database> database)
-    : database_(std::move(database)), catalogue_(readStoredCatalogue(*database_)) {}
+SqliteStore::SqliteStore(std::shared_ptr<Database> database) : database_(std::move(database)) {
+  StoredCatalogue stored = readStoredCatalogue(*database_);
+  requireKnownForms(*database_, stored.definitions);
+  catalogue_ = std::move(stored.catalogue);
+}
 
 void SqliteStore::requireWritable() const {
   if (!writable()) {
@@ -77,7 +81,7 @@ void SqliteStore::redefine(std::string_view table, std::string_view statement) {
   database_->prepareForChange();
   remakeTable(*database_, catalogue_, table, statement);
   database_->forgetStatements();
-  catalogue_ = readStoredCatalogue(*database_);
+  catalogue_ = readStoredCatalogue(*database_).catalogue;
   definedInTransaction_ = database_->inTransaction();
 }
 
@@ -85,7 +89,7 @@ void SqliteStore::forgetDefinitions() noexcept {
   if (!definedInTransaction_) return;
   try {
     database_->forgetStatements();
-    catalogue_ = readStoredCatalogue(*database_);
+    catalogue_ = readStoredCatalogue(*database_).catalogue;
     definedInTransaction_ = false;
   } catch (...) {  // NOLINT(bugprone-empty-catch): the engine refuses statements on what is gone
   }
@@ -153,6 +157,7 @@ void SqliteStore::setSchemaVersion(int version) {
 
 std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
   std::shared_ptr<Sqlite::Database> database = Sqlite::openDatabase(path, access);
+  Sqlite::requireKnownObjects(*database);
   if (!Sqlite::hasCurrentTextOrder(*database)) {
     try {
       // Whoever only reads leaves the file as it is.

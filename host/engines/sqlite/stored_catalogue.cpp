@@ -1,6 +1,7 @@
 #include "host/engines/sqlite/stored_catalogue.h"
 
 #include <string>
+#include <utility>
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/functions/collation.h"
@@ -41,10 +42,6 @@ std::string_view kindName(StatementKind kind) {
   }
 }
 
-void bindText(const Statement& statement, int index, std::string_view text) {
-  bindValue(statement, index, text, Sql::Type::Text, Lifetime::Copied);
-}
-
 void storeOrder(Database& database) {
   Statement store(database.handle(), kStoreOrder);
   bindText(store, 1, collationVersion());
@@ -58,20 +55,29 @@ void createStoredCatalogue(Database& database) {
   storeOrder(database);
 }
 
-Sql::Catalogue readStoredCatalogue(Database& database) {
-  Sql::Catalogue catalogue;
+std::string_view createsStoredCatalogue() noexcept { return kCreate; }
+
+void bindText(const Statement& statement, int index, std::string_view text) {
+  bindValue(statement, index, text, Sql::Type::Text, Lifetime::Copied);
+}
+
+StoredCatalogue readStoredCatalogue(Database& database) {
+  StoredCatalogue stored;
   try {
     const SqlWriter writer;
     Statement rows(database.handle(), kRead);
     while (rows.step()) {
-      Sql::enter(Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, catalogue, writer),
-                 catalogue);
+      Sql::Translation definition =
+          Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, stored.catalogue, writer);
+      Sql::enter(definition, stored.catalogue);
+      stored.definitions.push_back(
+          {kindName(definition.kind), definition.created.name, std::move(definition.sql)});
     }
   } catch (const Error& error) {
     Rows::raiseNaming(
         "The definitions in the company file '" + database.path() + "' cannot be read", error);
   }
-  return catalogue;
+  return stored;
 }
 
 void storeDefinition(Database& database, std::string_view statement,

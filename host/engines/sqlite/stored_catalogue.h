@@ -1,7 +1,9 @@
 // The company's definitions as they stand in its file.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/engines/sqlite/database.h"
 #include "host/sql/catalogue.h"
@@ -14,9 +16,27 @@ namespace QuorHost::Sqlite {
 /// schema knows only how the values are stored.
 void createStoredCatalogue(Database& database);
 
-/// Reads the definitions of tables and views. Raises an error that names the file when they cannot
-/// be read.
-[[nodiscard]] Sql::Catalogue readStoredCatalogue(Database& database);
+/// The statement that makes the table.
+[[nodiscard]] std::string_view createsStoredCatalogue() noexcept;
+
+/// An object of the file as its definition makes it.
+struct StoredDefinition {
+  std::string_view kind;  // "table", "view" or "index"
+  std::string name;
+  /// The engine's statement.
+  std::string sql;
+};
+
+struct StoredCatalogue {
+  Sql::Catalogue catalogue;
+  std::vector<StoredDefinition> definitions;
+};
+
+/// Reads the definitions. Raises an error that names the file when they cannot be read.
+[[nodiscard]] StoredCatalogue readStoredCatalogue(Database& database);
+
+/// Binds a text to the marker at `index` (from 1) of a statement of the host's own.
+void bindText(const Statement& statement, int index, std::string_view text);
 
 /// Appends the definition of what `translation` creates.
 void storeDefinition(Database& database, std::string_view statement,

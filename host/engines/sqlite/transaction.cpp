@@ -4,6 +4,7 @@
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/run/change.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -121,7 +122,7 @@ void SqliteRowWriter::add(std::span<const QuorDataLib::Value> values) {
       Rows::raiseNaming("Column " + columns_[i].name + " of table " + table_, error);
     }
   }
-  insert_.step();
+  runChange(*database_, insert_, sqlite3_sql(insert_.get()));
   insert_.reset();
 }
 

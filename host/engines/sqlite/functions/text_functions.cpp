@@ -11,6 +11,7 @@
 
 #include "host/engines/sqlite/functions/function_call.h"
 #include "host/engines/sqlite/functions/like_pattern.h"
+#include "platform/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
@@ -134,6 +135,17 @@ void like(const Call& call) {
   }
 }
 
+/// (value, column, table, what is wrong): ends the statement that would store the value. Checks of
+/// columns call it.
+void misfit(const Call& call) {
+  const std::string value = call.isText(0)       ? "'" + QuorDataLib::shownText(call.text(0)) + "'"
+                            : call.isWhole(0)    ? std::to_string(call.whole(0))
+                            : call.number(0) < 0 ? "minus infinity"
+                                                 : "infinity";
+  throw CallError("Column " + std::string(call.text(1)) + " of table " + std::string(call.text(2)) +
+                  " cannot hold " + value + ", which " + std::string(call.text(3)));
+}
+
 constexpr std::array kFunctions{
     FunctionEntry{"quor_left", 2, left},
     FunctionEntry{"quor_right", 2, right},
@@ -145,6 +157,7 @@ constexpr std::array kFunctions{
     FunctionEntry{"quor_find", 3, find<false>},
     FunctionEntry{"quor_find_from", 3, find<true>},
     FunctionEntry{"quor_like", 3, like},
+    FunctionEntry{"quor_misfit", 4, misfit},
 };
 
 }  // namespace

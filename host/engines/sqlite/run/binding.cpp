@@ -5,7 +5,9 @@
 #include <string>
 
 #include "host/engines/sqlite/engine_error.h"
+#include "host/sql/utf8.h"
 #include "platform/error.h"
+#include "platform/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
@@ -26,6 +28,13 @@ void check(sqlite3_stmt* statement, int code) {
 }
 
 void bindText(sqlite3_stmt* statement, int index, std::string_view text, Lifetime lifetime) {
+  const std::size_t wrong = Sql::findIllFormed(text);
+  if (wrong != std::string_view::npos) {
+    raise(ErrorNumber::InvalidArgument,
+          "The text \"" + QuorDataLib::shownText(text.substr(0, wrong)) +
+              (text[wrong] == '\0' ? "\" goes on with a zero character, which no text can hold"
+                                   : "\" goes on with a byte that is no character of UTF-8"));
+  }
   const sqlite3_destructor_type destructor =
       lifetime == Lifetime::Copied ? SQLITE_TRANSIENT : SQLITE_STATIC;  // NOLINT: C casts within
   check(statement,
@@ -67,7 +76,10 @@ Type typeAsPassed(ValueType type) {
 Cell cellOf(const Statement& statement, int column) {
   // Asking the value spares the checks that asking the statement repeats; connections that are used
   // on one thread may do so.
-  sqlite3_value* const value = sqlite3_column_value(statement.get(), column);
+  return cellOf(sqlite3_column_value(statement.get(), column));
+}
+
+Cell cellOf(sqlite3_value* value) {
   Cell cell;
   switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:

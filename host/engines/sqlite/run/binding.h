@@ -11,6 +11,9 @@
 
 namespace QuorHost::Sqlite {
 
+/// A value of the engine; its text holds as long as the value does.
+[[nodiscard]] Rows::Cell cellOf(sqlite3_value* value);
+
 /// The value in `column` of the row that `statement` stands on; its text holds until the statement
 /// moves.
 [[nodiscard]] Rows::Cell cellOf(const Statement& statement, int column);

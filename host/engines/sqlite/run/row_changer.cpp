@@ -5,6 +5,7 @@
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/run/change.h"
 #include "host/engines/sqlite/statement.h"
 
 namespace QuorHost::Sqlite {
@@ -44,13 +45,17 @@ KeptRows SqliteRowChanger::store(const std::string& text, std::span<const FieldV
   int marker = 0;
   for (const std::span<const FieldValue> values : {fields, key}) {
     for (const FieldValue& field : values) {
-      bindValue(change, ++marker, field.value, field.type, Lifetime::Borrowed);
+      try {
+        bindValue(change, ++marker, field.value, field.type, Lifetime::Borrowed);
+      } catch (const QuorDataLib::Error& error) {
+        Rows::raiseNaming("Column " + std::string(field.column) + " of table " + table_, error);
+      }
     }
   }
   KeptRows stored;
-  while (change.step()) {
+  runChange(*database_, change, text, {}, [&] {
     stored.append(columns_, [&](std::int32_t column) { return cellOf(change, column); });
-  }
+  });
   return stored;
 }
 

@@ -50,9 +50,7 @@ class StatementWriter {
 
   void operator()(const Sql::Tree::CreateTable& table) {
     sql_.add("CREATE TABLE ").ownName(table.name).add(" (");
-    list(table.columns, [&](const Sql::Tree::TableColumn& column) {
-      tableColumn(column, isRowNumber(table, column));
-    });
+    list(table.columns, [&](const Sql::Tree::TableColumn& column) { tableColumn(table, column); });
     for (const Constraint& constraint : table.constraints) {
       const bool written = constraint.kind == ConstraintKind::PrimaryKey &&
                            constraint.columns.size() == 1 && hasRowNumber(table);
@@ -117,22 +115,50 @@ class StatementWriter {
     return false;
   }
 
-  void tableColumn(const Sql::Tree::TableColumn& column, bool rowNumber) {
+  void tableColumn(const Sql::Tree::CreateTable& table, const Sql::Tree::TableColumn& column) {
     sql_.name(column.name).add(" ").add(storedType(column.type));
-    if (rowNumber) {
+    if (isRowNumber(table, column)) {
       sql_.add(" PRIMARY KEY");
     } else if (!column.nullable) {
       sql_.add(" NOT NULL");
     }
     if (column.type == Type::Text) sql_.add(" COLLATE QUOR");
-    if (column.size > 0) {
-      sql_.add(" CHECK (length(").name(column.name).add(") <= ");
-      sql_.add(std::to_string(column.size)).add(")");
+    switch (column.type) {
+      case Type::Boolean:
+        fits(table, column, "", " BETWEEN 0 AND 1", "is neither true nor false");
+        break;
+      case Type::Integer:
+        fits(table, column, "", " BETWEEN -32768 AND 32767",
+             "is outside the type integer (-32768 to 32767)");
+        break;
+      case Type::Long:
+        fits(table, column, "", " BETWEEN -2147483648 AND 2147483647",
+             "is outside the type long (-2147483648 to 2147483647)");
+        break;
+      case Type::Double:
+        fits(table, column, "abs", " <= 1.7976931348623157e+308", "is not finite");
+        break;
+      case Type::Text:
+        if (column.size > 0) {
+          const std::string size = std::to_string(column.size);
+          fits(table, column, "length", " <= " + size, "is longer than " + size + " characters");
+        }
+        break;
+      default:
+        break;
     }
     if (column.defaultValue != nullptr) {
       sql_.add(" DEFAULT ");
       write(*column.defaultValue);
     }
+  }
+
+  /// A check that a value fits its column; what does not goes to the function that says so.
+  void fits(const Sql::Tree::CreateTable& table, const Sql::Tree::TableColumn& column,
+            std::string_view of, std::string_view condition, std::string_view otherwise) {
+    sql_.add(" CHECK (").add(of).add("(").name(column.name).add(")").add(condition);
+    sql_.add(" OR quor_misfit(").name(column.name).add(", ").literal(column.name).add(", ");
+    sql_.literal(table.name).add(", ").literal(otherwise).add("))");
   }
 
   static std::string_view storedType(Type type) {
