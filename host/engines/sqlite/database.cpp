@@ -22,7 +22,7 @@ void sync(sqlite3* handle) {
 /// What a recordset that lies open may take into memory so that another statement can start. It is
 /// less than a further handle costs, and most results are far smaller.
 constexpr Rows::Allowance kRest{.bytes = std::size_t{8} << 20U,
-                                .time = std::chrono::milliseconds(20)};
+                                .time = std::chrono::milliseconds(50)};
 
 /// The same when it is opened, before anybody knows whether it will be left lying.
 constexpr Rows::Allowance kAhead{.rows = 64, .time = std::chrono::milliseconds(1)};

@@ -124,7 +124,8 @@ class TextOrder {
 };
 
 const TextOrder& textOrder() {
-  static const TextOrder order;
+  // Never destroyed: databases may be open, and compare texts, until the program's very end.
+  static const auto& order = *new TextOrder;  // NOLINT: see above
   return order;
 }
 
