@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "host/company/checks/check.h"
-#include "host/company/csv/reader.h"
+#include "host/sql/utf8.h"
 #include "platform/error.h"
 
 namespace QuorHost {
@@ -34,7 +34,7 @@ std::string faultOf(const Value& value) {
   if (value.type() == ValueType::Double && !std::isfinite(value.toDouble())) {
     return "the number is not finite";
   }
-  if (value.type() == ValueType::Text && Csv::findIllFormed(value.text()) != std::string::npos) {
+  if (value.type() == ValueType::Text && Sql::findIllFormed(value.text()) != std::string::npos) {
     return "the text is not UTF-8";
   }
   return {};

@@ -5,6 +5,7 @@
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/raw_handle.h"
 #include "host/engines/sqlite/run/cursor.h"
 
 namespace QuorHost::Sqlite {
@@ -69,9 +70,7 @@ std::int64_t Database::number(std::string_view sql) {
 }
 
 void Database::requirePlace() const {
-  int moved = 0;
-  sqlite3_file_control(handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-  if (moved != 0) {
+  if (hasMoved(handle())) {
     refuseStatement("The company file '" + path_ +
                     "' was replaced, moved or removed while it was open: open the company again");
   }
