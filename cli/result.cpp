@@ -34,7 +34,8 @@ std::vector<NamedValue> flattened(const Value& result) {
   if (!object) return {{"result", Value::null()}};
   std::vector<NamedValue> properties;
   for (const Member& member : object->classInfo().members) {
-    if (member.kind == Member::Kind::Get && member.result->type != ValueType::Object) {
+    if (member.kind == Member::Kind::Get && member.result &&
+        member.result->type != ValueType::Object) {
       properties.push_back({member.name, member.invoke(*object, {})});
     }
   }
@@ -78,6 +79,7 @@ void printCsv(std::vector<NamedValue> columns, std::span<const NamedValue> outpu
               Console& console) {
   columns.insert(columns.end(), outputs.begin(), outputs.end());
   std::vector<ColumnHead> heads;
+  heads.reserve(columns.size());
   for (const NamedValue& column : columns) {
     heads.push_back({std::string(column.name), column.value.type()});
   }

@@ -131,8 +131,9 @@ std::vector<Value> parseArguments(const Target& target, const std::vector<std::s
     std::optional<Value> value =
         isCollection(argument) ? parseCollection(given) : parseValue(given, argument.type.type);
     if (!value) {
-      refuseArguments(target, name + " cannot be '" + given + "': it takes " +
-                                  std::string(typeInWords(argument.type)) + ".");
+      std::string refusal = name + " cannot be '" + given;
+      refusal.append("': it takes ").append(typeInWords(argument.type)).append(".");
+      refuseArguments(target, refusal);
     }
     values[index] = *std::move(value);
   }

@@ -6,7 +6,6 @@
 
 namespace QuorAccQueries {
 
-using QuorDataLib::ApplicationContext;
 using QuorDataLib::Parameters;
 
 namespace {

@@ -45,7 +45,7 @@ struct ThreadEnd {
 
 ThreadObjects& held() {
   if (threadObjects == nullptr) {
-    thread_local ThreadEnd end;
+    thread_local const ThreadEnd end;
     static_cast<void>(end);
     threadObjects = new ThreadObjects;  // NOLINT: `ThreadEnd` takes it over
   }

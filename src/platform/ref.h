@@ -29,6 +29,10 @@ template <class T>
 class Contract : public Object {
  public:
   [[nodiscard]] const ClassInfo* table() const override { return &T::info(); }
+
+ private:
+  friend T;
+  Contract() = default;
 };
 
 /// A counted reference that may be empty. Using an empty one raises 91 ("Object variable not set")

@@ -17,7 +17,6 @@ using namespace QuorAccQueries;
 using QuorDataLib::Currency;
 using QuorDataLib::Error;
 using QuorDataLib::numbered;
-using QuorDataLib::Object;
 using QuorDataLib::Ref;
 using QuorDataLib::Value;
 
@@ -71,6 +70,7 @@ TEST(DispatchNumbers, WhatIsAddedMovesNothing) {
   };
   const auto numbers = [](const std::vector<Member>& members) {
     std::vector<std::int32_t> all;
+    all.reserve(members.size());
     for (const Member& member : members) all.push_back(member.number);
     return all;
   };
