@@ -1,4 +1,4 @@
-// The reports of the ledger on the sample company: what they say must agree with each
+// The reports of the ledger and of stock on the sample company: what they say must agree with each
 // other and with the books.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -56,6 +56,9 @@ class SampleReports : public testing::Test {
     Currency sum;
     for (const json& row : rows) sum += amount(row[column]);
     return sum;
+  }
+  static Currency sqlAmount(const std::string& statement) {
+    return amount(rows({"sql", statement}).at(0)["Total"]);
   }
 };
 
@@ -122,6 +125,24 @@ TEST_F(SampleReports, whatIsNotReconciledIsBetweenTheBooksAndTheBank) {
   EXPECT_EQ(sum(lines, "Cheque"), sum(accounts, "Cheques"));
   EXPECT_EQ(sum(accounts, "BankBalance"),
             sum(accounts, "BookBalance") - sum(lines, "Deposit") + sum(lines, "Cheque"));
+}
+
+TEST_F(SampleReports, stockIsWhatItsMovementsAddUpTo) {
+  for (const std::string& day : kDays) {
+    const std::vector<json> stock = rows({"stock", "--as-of", day});
+    Currency onHand;
+    for (const json& row : stock) {
+      if (row["Kind"] == "item") onHand += amount(row["OnHand"]);
+      EXPECT_EQ(amount(row["Available"]), amount(row["OnHand"]) - amount(row["Reserved"]));
+    }
+    EXPECT_EQ(onHand,
+              sqlAmount("SELECT SUM(InvenDet.Qty) AS Total FROM InvenDet INNER JOIN Item ON "
+                        "Item.InItemId = InvenDet.ExItemId WHERE InvenDet.DetDate <= '" +
+                        day + "' AND Item.Servc = 0"))
+        << day;
+  }
+  const json one = rows({"stock"}).at(0);
+  EXPECT_EQ(rows({"stock", "--item", one["ItemCode"]}), std::vector<json>{one});
 }
 
 }  // namespace
