@@ -19,6 +19,15 @@ void openViews(Tree::Query& query, const ViewReader& views);
 /// nothing but the union, and have no sub-select.
 void foldUnions(Tree::Query& query, Arena& arena);
 
+/// Sums each branch of a union before the union, and then the sums:
+///   SELECT k, SUM(a) FROM (A UNION ALL B) WHERE c GROUP BY k
+/// becomes SELECT k, SUM(s) FROM (A' UNION ALL B') GROUP BY k, where A' is the branch with c, grouped
+/// by its k. The engine then hands on and sorts a row for each group, not for each row.
+/// Conditions: nothing but UNION ALL of plain selects; the select reads nothing else, and has no
+/// sub-select; SUM, COUNT, MIN, MAX of what is exact and without DISTINCT; no key, or one, a whole
+/// number by which an index of the table groups the rows of each branch, and no primary key.
+void sumBranches(Tree::Query& query, Arena& arena);
+
 /// Looks totals up where few of them are wanted, or where that costs no more:
 ///   p LEFT JOIN (SELECT k, SUM(a) AS t FROM d WHERE c GROUP BY k) AS g ON p.id = g.k
 /// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a

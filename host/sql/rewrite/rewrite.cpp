@@ -7,6 +7,7 @@ namespace QuorHost::Sql {
 void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena) {
   openViews(query, views);
   foldUnions(query, arena);
+  sumBranches(query, arena);
   lookUpTotals(query, arena);
   dropUnreadColumns(query, arena);
   orderJoins(query);
