@@ -52,7 +52,7 @@ sanitize: packages build/debug/build.ninja ## the tests under address and undefi
 
 threads: packages build/threads/build.ninja ## the tests of hosts on several threads under the thread sanitizer
 	@cmake --build --preset threads -j $(JOBS)
-	@build/threads/bin/host_threads_test
+	@build/threads/bin/quoracc_threads_test
 
 fuzz: tools build/fuzz/build.ninja ## run each fuzz target for FUZZ_SECONDS
 	@cmake --build --preset fuzz -j $(JOBS)
