@@ -43,8 +43,8 @@ void appendFunction(std::string& script, const CommandNode& node) {
       script += word.name + "[" + inQuotes(word.help) + "]";
       if (!word.value.empty()) script += ":" + inQuotes(word.value) + ":" + actionOf(word);
     } else {
-      script += (word.name == "VALUE" || word.name == "ARGUMENT" ? "*:" : ":") + inQuotes(word.name) +
-                ":" + actionOf(word);
+      script += (word.name == "VALUE" || word.name == "ARGUMENT" ? "*:" : ":") +
+                inQuotes(word.name) + ":" + actionOf(word);
     }
     script += "'";
   }

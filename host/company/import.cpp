@@ -131,8 +131,8 @@ class Completion {
   [[nodiscard]] QuorDataLib::Currency amount(const std::vector<Value>& row,
                                              std::ptrdiff_t index) const {
     // A column that the CSV does not name is stored as its default, zero.
-    return index == *given_ ? QuorDataLib::Currency()
-                            : row[static_cast<std::size_t>(index)].toCurrency();
+    return given_ == index ? QuorDataLib::Currency()
+                           : row[static_cast<std::size_t>(index)].toCurrency();
   }
 
   std::optional<std::ptrdiff_t> given_;  // columns of the CSV, where one is added

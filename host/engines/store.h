@@ -46,8 +46,8 @@ class Snapshot {
   Snapshot& operator=(const Snapshot&) = delete;
 };
 
-/// A table whose changes are to be noted: its rows' `key` (a whole number) and `date`, for rows that
-/// are added, removed, or changed in one of `columns`.
+/// A table whose changes are to be noted: its rows' `key` (a whole number) and `date`, for rows
+/// that are added, removed, or changed in one of `columns`.
 struct WatchedTable {
   std::string table;
   std::string key;

@@ -21,16 +21,16 @@ using QuorTest::TextConsole;
 using testing::HasSubstr;
 using testing::Not;
 
-const std::vector<Column> kColumns{{"Account", "Account", CellKind::Code},
-                                   {"Name", "Name", CellKind::Name},
-                                   {"", "Key", CellKind::Number, Audience::Programs},
-                                   {"Date", "Date", CellKind::Date},
-                                   {"On hand", "OnHand", CellKind::Quantity},
-                                   {"Debit", "Debit", CellKind::Money},
-                                   {"Credit", "Credit", CellKind::Money},
-                                   {"0-30", "Days0To30", CellKind::MoneyPart},
-                                   {"over 30", "DaysOver30", CellKind::MoneyPart},
-                                   {"Share", "Share", CellKind::Percent}};
+const std::vector<Column> kSheetColumns{{"Account", "Account", CellKind::Code},
+                                        {"Name", "Name", CellKind::Name},
+                                        {"", "Key", CellKind::Number, Audience::Programs},
+                                        {"Date", "Date", CellKind::Date},
+                                        {"On hand", "OnHand", CellKind::Quantity},
+                                        {"Debit", "Debit", CellKind::Money},
+                                        {"Credit", "Credit", CellKind::Money},
+                                        {"0-30", "Days0To30", CellKind::MoneyPart},
+                                        {"over 30", "DaysOver30", CellKind::MoneyPart},
+                                        {"Share", "Share", CellKind::Percent}};
 
 Line someLine(int number) {
   const Currency amount = Currency::fromUnits(987'654'321'0000 / (number + 1));
@@ -47,7 +47,7 @@ Line someLine(int number) {
 }
 
 Line someTotal() {
-  Line line(kColumns.size(), Value::null());
+  Line line(kSheetColumns.size(), Value::null());
   line[5] = line[8] = Currency::fromUnits(1'234'567'8900);
   line[7] = Currency();
   return line;
@@ -57,7 +57,7 @@ std::string print(ReportForm form, std::size_t width, Format format = Format::Ta
   TextConsole text;
   text.console.width = width;
   const auto report = makeReport(format, text.console);
-  report->begin(std::move(form), kColumns);
+  report->begin(std::move(form), kSheetColumns);
   for (int group = 0; group < 3; ++group) {
     report->group(0, "Group " + std::to_string(group), "");
     for (int number = 0; number < group; ++number) report->line(someLine(number));

@@ -187,9 +187,9 @@ TEST_F(Place, WhoeverClosesLastLeavesOneFile) {
   importCustomers(path_, 5000);
   QuorHost::Testing::runRaw(path_, "PRAGMA journal_mode=DELETE");
   const pid_t child = inAnotherProcess([&] {
-    sqlite3* handle = nullptr;
+    sqlite3* const handle = QuorHost::Testing::openRaw(path_);
     const bool begun =
-        sqlite3_open(path_.c_str(), &handle) == SQLITE_OK &&
+        handle != nullptr &&
         sqlite3_exec(handle, "PRAGMA cache_size=1; BEGIN; UPDATE Cust SET City = 'Laval'", nullptr,
                      nullptr, nullptr) == SQLITE_OK;
     _exit(begun ? 0 : 3);

@@ -35,6 +35,9 @@ int ask(const Host& host) {
   return count;
 }
 
+std::unique_ptr<Host> ofProcess;
+thread_local std::unique_ptr<Host> ofThread;
+
 class Threads : public testing::Test {
  protected:
   Threads() { createCompany(path, {.sample = true}); }
@@ -79,10 +82,8 @@ TEST_F(Threads, AHostMayOutliveItsThread) {
 TEST_F(Threads, AHostMayBeGlobalOrOfItsThread) {
   EXPECT_EXIT(
       {
-        static std::unique_ptr<Host> global;
-        static thread_local std::unique_ptr<Host> ofThread;
-        global = hostOf(path);
-        int rows = ask(*global);
+        ofProcess = hostOf(path);
+        int rows = ask(*ofProcess);
         std::thread([&] {
           ofThread = hostOf(path);
           rows += ask(*ofThread);

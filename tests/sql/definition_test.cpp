@@ -31,7 +31,8 @@ TEST(Tables, KeepWhatTheyDeclare) {
   EXPECT_THAT(database.rows("SELECT * FROM Cust", kServer),
               ElementsAre("1|éàüö|1.5|2024-01-31|1|none; really"));
   const std::pair<const char*, const char*> cases[] = {
-      {"INSERT INTO Cust ([Cust Code]) VALUES ('abcde')", "cannot hold 'abcde', which is longer than 4 characters"},
+      {"INSERT INTO Cust ([Cust Code]) VALUES ('abcde')",
+       "cannot hold 'abcde', which is longer than 4 characters"},
       {"INSERT INTO Cust ([Cust Code]) VALUES ('ÉÀÜÖ')", "UNIQUE constraint failed"},
       {"INSERT INTO Cust (Rate) VALUES (1)", "NOT NULL constraint failed"},
       {"INSERT INTO Part (No) VALUES (1)", "NOT NULL constraint failed: Part.ExCustId"},

@@ -74,7 +74,7 @@ void lookAtFile(Store& store, const Findings& report) {
   for (const std::string& finding : store.integrityFindings()) report(finding);
 }
 
-constexpr std::array kChecks{
+constexpr std::array kCompanyChecks{
     Check{.rule = "the file is sound", .look = lookAtFile},
     Check{.rule = "every value is of its column's type", .look = lookAtValues},
     Check{.rule = "there is one company in the file",
@@ -85,6 +85,6 @@ constexpr std::array kChecks{
 
 }  // namespace
 
-std::span<const Check> companyChecks() { return kChecks; }
+std::span<const Check> companyChecks() { return kCompanyChecks; }
 
 }  // namespace QuorHost

@@ -11,7 +11,6 @@
 namespace QuorHost {
 namespace {
 
-using QuorDataLib::Connection;
 using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::Recordset;
@@ -119,7 +118,7 @@ void lookAtCosts(Store& store, const Findings& report) {
   if (!check.stale()) compareWithLedger(store, check.worth(), report);
 }
 
-constexpr std::array kChecks{
+constexpr std::array kInventoryChecks{
     Check{.rule = "stock movements are of known types",
           .query = "SELECT InTrxId, Type FROM InvenDet WHERE Type NOT IN (0, 1, 2, 4, 6, 7) "
                    "ORDER BY InTrxId",
@@ -171,6 +170,6 @@ constexpr std::array kChecks{
 
 }  // namespace
 
-std::span<const Check> inventoryChecks() { return kChecks; }
+std::span<const Check> inventoryChecks() { return kInventoryChecks; }
 
 }  // namespace QuorHost

@@ -78,7 +78,7 @@ void lookAtBalanceSheets(Store& store, const Findings& report) {
   }
 }
 
-constexpr std::array kChecks{
+constexpr std::array kLedgerChecks{
     Check{.rule = "every ledger transaction balances",
           .query = "SELECT SeqNo, SUM(DetAmnt) FROM GLDet GROUP BY SeqNo HAVING SUM(DetAmnt) <> 0 "
                    "ORDER BY SeqNo",
@@ -107,6 +107,6 @@ constexpr std::array kChecks{
 
 }  // namespace
 
-std::span<const Check> ledgerChecks() { return kChecks; }
+std::span<const Check> ledgerChecks() { return kLedgerChecks; }
 
 }  // namespace QuorHost

@@ -6,7 +6,7 @@
 namespace QuorHost {
 namespace {
 
-constexpr std::array kChecks{
+constexpr std::array kPayablesChecks{
     Check{.rule = "suppliers' documents are of known types",
           .query = "SELECT InPurcId, PurcType FROM PurcHdr "
                    "WHERE PurcType NOT IN (1, 2, 3, 4, 51, 52) ORDER BY InPurcId",
@@ -57,6 +57,6 @@ constexpr std::array kChecks{
 
 }  // namespace
 
-std::span<const Check> payablesChecks() { return kChecks; }
+std::span<const Check> payablesChecks() { return kPayablesChecks; }
 
 }  // namespace QuorHost

@@ -6,7 +6,7 @@
 namespace QuorHost {
 namespace {
 
-constexpr std::array kChecks{
+constexpr std::array kReceivablesChecks{
     Check{.rule = "customers' documents are of known types",
           .query = "SELECT InInvoiId, InvoiType FROM InvoiHdr "
                    "WHERE InvoiType NOT IN (1, 2, 3, 4, 51) ORDER BY InInvoiId",
@@ -50,6 +50,6 @@ constexpr std::array kChecks{
 
 }  // namespace
 
-std::span<const Check> receivablesChecks() { return kChecks; }
+std::span<const Check> receivablesChecks() { return kReceivablesChecks; }
 
 }  // namespace QuorHost

@@ -22,10 +22,10 @@ fs::path resolved(const std::string& target) {
     QuorDataLib::raise(ErrorNumber::InvalidArgument, "Name a file: the name given is empty");
   }
   std::error_code error;
-  const fs::path path = fs::absolute(target);
-  if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
-  const fs::path file = fs::canonical(path, error);
-  if (error) refuse(path, "is a link that leads nowhere: remove it, or name a file");
+  if (!fs::is_symlink(fs::symlink_status(target, error))) return fs::absolute(target);
+  const fs::path file = fs::canonical(target, error);
+  if (error)
+    refuse(fs::absolute(target), "is a link that leads nowhere: remove it, or name a file");
   return file;
 }
 

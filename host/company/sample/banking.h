@@ -53,7 +53,7 @@ class Banking {
 
   Ledger& ledger_;
   const Rates& rates_;
-  std::int32_t scale_;
+  Cents scale_;
   Journal journal_;
   Table deposits_;
   Table depositLines_;

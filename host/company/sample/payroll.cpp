@@ -13,12 +13,12 @@ namespace {
 using QuorDataLib::Currency;
 using QuorDataLib::Value;
 
-namespace Kind {
+namespace PayKind {
 constexpr std::int32_t kDeduction = 1;
 constexpr std::int32_t kContribution = 2;
 constexpr std::int32_t kAmount = 3;
 constexpr std::int32_t kHours = 4;
-}  // namespace Kind
+}  // namespace PayKind
 
 struct Code {
   const char* code;
@@ -31,18 +31,18 @@ struct Code {
 };
 
 constexpr std::array<Code, Payroll::kPayCodes> kCodes{{
-    {"REG", "Heures régulières / Regular hours", Kind::kHours, 0, Acct::kWages, 0},
-    {"SUP", "Heures supplémentaires / Overtime", Kind::kHours, 0, Acct::kWages, 0},
-    {"VAC", "Vacances / Vacation pay", Kind::kAmount, 0, Acct::kWages, 4'000},
-    {"FED", "Federal income tax", Kind::kDeduction, Acct::kFederalDeductions, 0, 9'200},
-    {"IMP", "Impôt du Québec", Kind::kDeduction, Acct::kQuebecDeductions, 0, 10'400},
-    {"RRQ", "Régime de rentes du Québec", Kind::kDeduction, Acct::kQuebecDeductions, 0, 6'400},
-    {"EI", "Employment insurance", Kind::kDeduction, Acct::kFederalDeductions, 0, 1'320},
-    {"RRQE", "Régime de rentes, employeur", Kind::kContribution, Acct::kQuebecDeductions,
+    {"REG", "Heures régulières / Regular hours", PayKind::kHours, 0, Acct::kWages, 0},
+    {"SUP", "Heures supplémentaires / Overtime", PayKind::kHours, 0, Acct::kWages, 0},
+    {"VAC", "Vacances / Vacation pay", PayKind::kAmount, 0, Acct::kWages, 4'000},
+    {"FED", "Federal income tax", PayKind::kDeduction, Acct::kFederalDeductions, 0, 9'200},
+    {"IMP", "Impôt du Québec", PayKind::kDeduction, Acct::kQuebecDeductions, 0, 10'400},
+    {"RRQ", "Régime de rentes du Québec", PayKind::kDeduction, Acct::kQuebecDeductions, 0, 6'400},
+    {"EI", "Employment insurance", PayKind::kDeduction, Acct::kFederalDeductions, 0, 1'320},
+    {"RRQE", "Régime de rentes, employeur", PayKind::kContribution, Acct::kQuebecDeductions,
      Acct::kContributions, 6'400},
-    {"EIE", "Employment insurance, employer", Kind::kContribution, Acct::kFederalDeductions,
+    {"EIE", "Employment insurance, employer", PayKind::kContribution, Acct::kFederalDeductions,
      Acct::kContributions, 1'848},
-    {"FSS", "Fonds des services de santé", Kind::kContribution, Acct::kQuebecDeductions,
+    {"FSS", "Fonds des services de santé", PayKind::kContribution, Acct::kQuebecDeductions,
      Acct::kContributions, 1'650},
 }};
 constexpr std::int32_t kRegular = 1;
@@ -151,7 +151,7 @@ void Payroll::write(const Employee& employee, int day, const std::vector<Hours>&
   for (const Hours& each : hours) gross += each.units * each.rate;
   Cents net = gross;
   for (std::size_t i = 0; i < kPayCodes; ++i) {
-    if (kCodes.at(i).kind == Kind::kDeduction) net -= amounts.at(i);
+    if (kCodes.at(i).kind == PayKind::kDeduction) net -= amounts.at(i);
   }
   pays_.add({id, employee.id, dateOf(day), "P" + std::to_string(10'000 + id),
              dateOf(day - kFirstPayDay).addDays(1 - kPayDays), dateOf(day - kFirstPayDay),
@@ -181,8 +181,9 @@ void Payroll::post(const Employee& employee, int day, const std::vector<Hours>& 
   Cents net = 0;
   for (const Hours& each : hours) {
     ledger_.onProject(each.project);
-    ledger_.line(Acct::kWages, sign * each.units * each.rate);
-    net += each.units * each.rate;
+    const Cents wage = Cents{each.units} * each.rate;
+    ledger_.line(Acct::kWages, sign * wage);
+    net += wage;
   }
   ledger_.onProject(0);
   ledger_.line(Acct::kWages, sign * amounts.at(kVacation - 1));
@@ -193,7 +194,7 @@ void Payroll::post(const Employee& employee, int day, const std::vector<Hours>& 
   for (std::size_t i = kVacation; i < kPayCodes; ++i) {
     const Code& code = kCodes.at(i);
     (code.liability == Acct::kFederalDeductions ? federal : quebec) += amounts.at(i);
-    if (code.kind == Kind::kContribution) {
+    if (code.kind == PayKind::kContribution) {
       contributed += amounts.at(i);
     } else {
       net -= amounts.at(i);

@@ -90,7 +90,7 @@ void StockRoom::begin() {
     std::vector<Movement> movements;
     for (const SampleItem& item : stockedGoods()) {
       if (isScarce(item) && warehouse != kMainWarehouse) continue;
-      const std::int32_t sales = isScarce(item) ? 1 : 1 + scale_;
+      const std::int64_t sales = isScarce(item) ? 1 : 1 + scale_;
       movements.push_back(
           {.item = item.id,
            .quantity = Currency::fromInteger(sales * largestSale(item)),

@@ -11,12 +11,10 @@ namespace {
 
 using QuorDataLib::Connection;
 using QuorDataLib::Currency;
-using QuorDataLib::Date;
 using QuorDataLib::Error;
 using QuorDataLib::Parameters;
 using QuorDataLib::Recordset;
 using QuorDataLib::Ref;
-using QuorDataLib::Value;
 
 /// Movements read at a time. They are written before the next ones are read.
 constexpr int kBatch = 10'000;

@@ -15,7 +15,6 @@ using QuorDataLib::Error;
 using QuorDataLib::ErrorNumber;
 using QuorDataLib::raise;
 using QuorDataLib::Value;
-using QuorDataLib::ValueType;
 using Sql::Type;
 
 [[noreturn]] void raiseTooLarge(const Sql::ResultColumn& column) {

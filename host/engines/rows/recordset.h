@@ -58,7 +58,7 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
   void showInPlace(const KeptRows& row);
 
  private:
-  void keepRows(const Allowance& allowance) noexcept override;
+  void keepRows(const Allowance& allowance) noexcept final;
   /// Runs the statement to its first row, and further as far as the engine wishes.
   void start();
   void fetch();

@@ -101,7 +101,7 @@ std::string fileMessage(int code, const std::string& file) {
 
 }  // namespace
 
-void refuseStatement(std::string description) {
+void refuseStatement(const std::string& description) {
   throw Error(QuorDataLib::kStatementRefused, std::string(kSource),
               QuorDataLib::shownText(description, kLongest));
 }

@@ -9,7 +9,7 @@
 namespace QuorHost::Sqlite {
 
 /// Raises `QuorDataLib::kStatementRefused` with `description`.
-[[noreturn]] void refuseStatement(std::string description);
+[[noreturn]] void refuseStatement(const std::string& description);
 
 /// The end of a message about `statement`, of which it quotes the beginning; empty for none.
 [[nodiscard]] std::string inStatement(std::string_view statement);

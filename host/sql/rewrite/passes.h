@@ -21,8 +21,8 @@ void foldUnions(Tree::Query& query, Arena& arena);
 
 /// Sums each branch of a union before the union, and then the sums:
 ///   SELECT k, SUM(a) FROM (A UNION ALL B) WHERE c GROUP BY k
-/// becomes SELECT k, SUM(s) FROM (A' UNION ALL B') GROUP BY k, where A' is the branch with c, grouped
-/// by its k. The engine then hands on and sorts a row for each group, not for each row.
+/// becomes SELECT k, SUM(s) FROM (A' UNION ALL B') GROUP BY k, where A' is the branch with c,
+/// grouped by its k. The engine then hands on and sorts a row for each group, not for each row.
 /// Conditions: nothing but UNION ALL of plain selects; the select reads nothing else, and has no
 /// sub-select; SUM, COUNT, MIN, MAX of what is exact and without DISTINCT; no key, or one, a whole
 /// number by which an index of the table groups the rows of each branch, and no primary key.

@@ -119,10 +119,10 @@ class BranchSummer final : public Walker {
     for (const Branch& branch : source.query->branches) {
       branches.push_back({.select = summed(select, *branch.select, totals, columns), .all = true});
     }
-    Source* const sums = arena_.make(Source{
-        .name = source.name,
-        .query = arena_.make(
-            Query{.branches = arena_.list(branches), .columns = arena_.list(columns)})});
+    Source* const sums =
+        arena_.make(Source{.name = source.name,
+                           .query = arena_.make(Query{.branches = arena_.list(branches),
+                                                      .columns = arena_.list(columns)})});
     std::vector<Output> outputs;
     for (const Output& output : select.outputs) {
       outputs.push_back({output.name, total(*output.value, select, totals, *sums)});
@@ -154,6 +154,7 @@ class BranchSummer final : public Walker {
       values.push_back(inTermsOf(inner, source, aggregate, arena_));
     }
     std::vector<Output> outputs;
+    outputs.reserve(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
       outputs.push_back({columns[i].name, values[i]});
     }
@@ -178,8 +179,8 @@ class BranchSummer final : public Walker {
     if (expression.kind == Kind::Column) return column(0);
     if (expression.kind == Kind::Aggregate) {
       if (copy.function == Function::Count) copy.function = Function::Sum;
-      copy.args = arena_.list(
-          std::vector{column(select.groupBy.size() + totals.place(expression))});
+      copy.args =
+          arena_.list(std::vector{column(select.groupBy.size() + totals.place(expression))});
       return arena_.make(copy);
     }
     std::vector<Expression*> args;

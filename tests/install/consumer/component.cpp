@@ -1,5 +1,5 @@
-// component PLUGIN: a project that brings its own host needs the component alone: no reference host,
-// no SQLite. The plugin has the same component.
+// component PLUGIN: a project that brings its own host needs the component alone: no reference
+// host, no SQLite. The plugin has the same component.
 #include <dlfcn.h>
 
 #include <iostream>
@@ -17,7 +17,8 @@ int main(int /*argc*/, char** argv) {
     return 1;
   }
   const auto count = reinterpret_cast<int (*)()>(dlsym(plugin, "classCount"));
-  if (count == nullptr || count() != static_cast<int>(QuorAccQueries::allClasses().size())) return 1;
+  if (count == nullptr || count() != static_cast<int>(QuorAccQueries::allClasses().size()))
+    return 1;
   try {
     static_cast<void>(QuorDataLib::currentApplication());
   } catch (const QuorDataLib::Error& error) {
