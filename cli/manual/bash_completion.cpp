@@ -36,6 +36,7 @@ void appendValues(std::string& script, const CommandNode& node) {
 /// The words of each command; files, where an argument is one, are the shell's own default.
 void appendWords(std::string& script, const CommandNode& node) {
   std::vector<std::string> words;
+  words.reserve(node.commands.size() + node.words.size());
   for (const CommandNode& command : node.commands) words.push_back(command.name);
   for (const Word& word : node.words) {
     if (word.isOption) words.push_back(word.name);
