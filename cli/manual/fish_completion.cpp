@@ -17,7 +17,7 @@ std::string inQuotes(std::string_view text) {
 
 /// That the words so far are those of a command, and of none below it.
 std::string condition(const CommandNode& node) {
-  std::string text = "__quoracc_at " + node.path;
+  const std::string text = "__quoracc_at " + node.path;
   return inQuotes(text);
 }
 
