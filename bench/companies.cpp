@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "host/company/company.h"
-#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/file/opening.h"
 
 namespace QuorBench {
 

@@ -18,7 +18,6 @@ using QuorAccQueries::CInventoryHelper;
 using QuorAccQueries::CInventoryQueries;
 using QuorDataLib::Currency;
 using QuorDataLib::Date;
-using QuorDataLib::Ref;
 
 constexpr std::int32_t kMovements = 1'000'000;
 

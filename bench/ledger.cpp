@@ -18,7 +18,6 @@ using QuorAccQueries::CGeneralLedgerQueries;
 using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::make;
-using QuorDataLib::Ref;
 
 const Date kFrom = Date::of(2024, 1, 1);
 const Date kTo = Date::of(2024, 6, 30);

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorCli {
 

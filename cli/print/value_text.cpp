@@ -7,8 +7,8 @@
 #include <cstdint>
 
 #include "cli/print/display_text.h"
-#include "platform/currency.h"
-#include "platform/date.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
 
 namespace QuorCli {
 namespace {

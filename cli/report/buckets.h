@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorCli {
 

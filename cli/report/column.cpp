@@ -5,7 +5,7 @@
 
 #include "cli/print/amount_text.h"
 #include "cli/print/display_text.h"
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorCli {
 

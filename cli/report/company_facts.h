@@ -6,7 +6,7 @@
 #include <string>
 
 #include "cli/session.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorCli {
 

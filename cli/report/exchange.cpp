@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/currency.h"
 #include "platform/error.h"
+#include "platform/values/currency.h"
 
 namespace QuorCli {
 namespace {

@@ -1,7 +1,7 @@
 // Amounts in home currency.
 #pragma once
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorCli {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorCli {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorCli {
 

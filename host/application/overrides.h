@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost {
 

@@ -7,7 +7,7 @@
 
 #include "platform/data_library.h"
 #include "platform/foundation.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost {
 

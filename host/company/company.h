@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/engines/store.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost::Sql {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sql {
 

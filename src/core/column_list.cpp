@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/blanks.h"
+#include "platform/values/blanks.h"
 
 namespace QuorAccQueries {
 namespace {

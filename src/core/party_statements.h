@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "core/statement.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorAccQueries {
 

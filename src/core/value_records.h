@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "core/member_table.h"
-#include "platform/currency.h"
-#include "platform/date.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
 
 namespace QuorAccQueries {
 

@@ -2,7 +2,7 @@
 #include "inventory/inventory_helper.h"
 #include "inventory/item_sql.h"
 #include "inventory/movement_codes.h"
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 namespace QuorAccQueries {
 

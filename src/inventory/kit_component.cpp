@@ -1,7 +1,7 @@
 #include "inventory/kit_component.h"
 
 #include "core/frame.h"
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 namespace QuorAccQueries {
 

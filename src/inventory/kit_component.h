@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/member_table.h"
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorAccQueries {
 

@@ -8,7 +8,7 @@
 
 #include "platform/class_info.h"
 #include "platform/collection.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorDataLib {
 

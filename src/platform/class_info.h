@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorDataLib {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/ref.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorDataLib {
 

@@ -12,9 +12,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/date.h"
 #include "platform/ref.h"
-#include "platform/value.h"
+#include "platform/values/date.h"
+#include "platform/values/value.h"
 
 namespace QuorDataLib {
 

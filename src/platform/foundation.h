@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/date.h"
 #include "platform/ref.h"
-#include "platform/value.h"
+#include "platform/values/date.h"
+#include "platform/values/value.h"
 
 namespace QuorCastriaFoundation {
 

@@ -1,6 +1,6 @@
 #include "platform/stock_costs.h"
 
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 namespace QuorDataLib {
 

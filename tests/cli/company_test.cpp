@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 #include "tests/cli/run_program.h"
 #include "tests/cli/temporary_path.h"
 

@@ -105,7 +105,7 @@ TEST(Sheet, putsTotalsBelowTheirFigures) {
 }
 
 TEST(Sheet, aLimitLeavesLinesOutAndSaysSo) {
-  ReportForm limited{.title = "Sheet", .lines = "accounts", .limit = 1};
+  const ReportForm limited{.title = "Sheet", .lines = "accounts", .limit = 1};
   const std::string text = print(limited, 100);
   EXPECT_THAT(text, Not(HasSubstr("Group 2")));
   EXPECT_THAT(text, HasSubstr("The first 1 of 3 accounts are printed"));

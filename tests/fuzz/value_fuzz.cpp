@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 using QuorDataLib::Currency;
 using QuorDataLib::Date;

@@ -1,5 +1,5 @@
 // Opening company files, and what people read when that fails.
-#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/file/opening.h"
 
 #include <gmock/gmock.h>
 #include <sqlite3.h>

@@ -1,4 +1,4 @@
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sql::Testing {
 

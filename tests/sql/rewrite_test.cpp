@@ -7,9 +7,9 @@
 #include <random>
 #include <regex>
 
-#include "platform/currency.h"
-#include "platform/date.h"
 #include "platform/error.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
 #include "sql/database.h"
 #include "sql/statement_files.h"
 

@@ -11,7 +11,7 @@
 #include "cli/report/aging/source.h"
 #include "cli/report/buckets.h"
 #include "cli/report/exchange.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorCli {
 

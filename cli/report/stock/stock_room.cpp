@@ -4,7 +4,7 @@
 
 #include "cli/report/company_facts.h"
 #include "core/mutils.h"
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 namespace QuorCli {
 

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "host/company/checks/check.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost {
 namespace {

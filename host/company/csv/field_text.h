@@ -5,7 +5,7 @@
 
 #include "host/company/csv/reader.h"
 #include "host/sql/catalogue.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Csv {
 

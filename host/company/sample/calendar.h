@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost::Sample {
 

@@ -6,7 +6,7 @@
 #include "host/company/sample/accounts.h"
 #include "host/company/sample/calendar.h"
 #include "host/company/sample/money.h"
-#include "host/company/sample/stock.h"
+#include "host/company/sample/stock/stock.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sample {
 

@@ -4,12 +4,12 @@
 #include "host/company/sample/banking.h"
 #include "host/company/sample/budgets.h"
 #include "host/company/sample/calendar.h"
-#include "host/company/sample/items.h"
 #include "host/company/sample/lists.h"
-#include "host/company/sample/payables.h"
 #include "host/company/sample/payroll.h"
-#include "host/company/sample/receivables.h"
-#include "host/company/sample/stock_room.h"
+#include "host/company/sample/stock/items.h"
+#include "host/company/sample/stock/stock_room.h"
+#include "host/company/sample/trade/payables.h"
+#include "host/company/sample/trade/receivables.h"
 
 namespace QuorHost::Sample {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/company/company.h"
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorHost {
 

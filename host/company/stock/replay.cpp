@@ -1,6 +1,6 @@
 #include "host/company/stock/replay.h"
 
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 namespace QuorHost {
 

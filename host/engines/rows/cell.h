@@ -6,7 +6,7 @@
 
 #include "host/sql/front_end.h"
 #include "platform/error.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Rows {
 

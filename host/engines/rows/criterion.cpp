@@ -4,10 +4,10 @@
 #include <charconv>
 #include <cmath>
 
-#include "platform/currency.h"
-#include "platform/date.h"
 #include "platform/error.h"
-#include "platform/shown_text.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorHost::Rows {
 namespace {

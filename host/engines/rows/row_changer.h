@@ -6,7 +6,7 @@
 
 #include "host/engines/rows/kept_rows.h"
 #include "host/sql/types.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Rows {
 

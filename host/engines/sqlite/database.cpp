@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/opening.h"
-#include "host/engines/sqlite/raw_handle.h"
+#include "host/engines/sqlite/file/opening.h"
+#include "host/engines/sqlite/file/raw_handle.h"
 #include "host/engines/sqlite/run/cursor.h"
 
 namespace QuorHost::Sqlite {

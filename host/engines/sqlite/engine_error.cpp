@@ -5,7 +5,7 @@
 #include "host/engines/sqlite/functions/functions.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
-#include "platform/shown_text.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {

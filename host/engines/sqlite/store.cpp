@@ -4,12 +4,12 @@
 #include <system_error>
 #include <utility>
 
-#include "host/engines/sqlite/change_watch.h"
 #include "host/engines/sqlite/connection.h"
-#include "host/engines/sqlite/copy.h"
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/file_check.h"
-#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/file/change_watch.h"
+#include "host/engines/sqlite/file/copy.h"
+#include "host/engines/sqlite/file/file_check.h"
+#include "host/engines/sqlite/file/opening.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/stored_schema.h"

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "host/engines/sqlite/raw_handle.h"
+#include "host/engines/sqlite/file/raw_handle.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/sql/names.h"
-#include "platform/shown_text.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "host/sql/date_text.h"
 #include "host/sql/number_text.h"
-#include "platform/currency.h"
 #include "platform/error.h"
+#include "platform/values/currency.h"
 
 namespace QuorHost::Sql {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "host/engines/sqlite/functions/function_call.h"
 #include "host/sql/date_text.h"
-#include "platform/date.h"
+#include "platform/values/date.h"
 
 namespace QuorHost::Sqlite {
 namespace {

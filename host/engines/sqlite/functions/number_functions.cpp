@@ -8,9 +8,9 @@
 
 #include "host/engines/sqlite/functions/function_call.h"
 #include "host/engines/sqlite/functions/functions.h"
-#include "platform/currency.h"
-#include "platform/date.h"
-#include "platform/value.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sqlite {
 namespace {

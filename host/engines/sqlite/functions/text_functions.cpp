@@ -11,7 +11,7 @@
 
 #include "host/engines/sqlite/functions/function_call.h"
 #include "host/engines/sqlite/functions/like_pattern.h"
-#include "platform/shown_text.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {

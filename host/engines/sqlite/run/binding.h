@@ -7,7 +7,7 @@
 #include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/statement.h"
 #include "host/sql/types.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sqlite {
 

@@ -7,7 +7,7 @@
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "platform/error.h"
-#include "platform/shown_text.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {

@@ -8,7 +8,7 @@
 #include "host/engines/rows/cursor.h"
 #include "host/engines/sqlite/database.h"
 #include "host/engines/sqlite/statement_cache.h"
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 namespace QuorHost::Sqlite {
 

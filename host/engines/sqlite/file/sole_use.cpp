@@ -1,8 +1,8 @@
 #include <memory>
 #include <utility>
 
-#include "host/engines/sqlite/opening.h"
-#include "host/engines/sqlite/raw_handle.h"
+#include "host/engines/sqlite/file/opening.h"
+#include "host/engines/sqlite/file/raw_handle.h"
 
 namespace QuorHost::Sqlite {
 

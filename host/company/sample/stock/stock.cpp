@@ -1,11 +1,11 @@
-#include "host/company/sample/stock.h"
+#include "host/company/sample/stock/stock.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "host/company/sample/calendar.h"
-#include "host/company/sample/items.h"
-#include "platform/rounding.h"
+#include "host/company/sample/stock/items.h"
+#include "platform/values/rounding.h"
 
 namespace QuorHost::Sample {
 

@@ -1,4 +1,4 @@
-#include "platform/rounding.h"
+#include "platform/values/rounding.h"
 
 #include <cmath>
 #include <limits>

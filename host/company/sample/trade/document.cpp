@@ -1,4 +1,4 @@
-#include "host/company/sample/document.h"
+#include "host/company/sample/trade/document.h"
 
 namespace QuorHost::Sample {
 

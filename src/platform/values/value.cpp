@@ -1,4 +1,4 @@
-#include "platform/value.h"
+#include "platform/values/value.h"
 
 #include <array>
 #include <charconv>
@@ -7,8 +7,8 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/blanks.h"
-#include "platform/shown_text.h"
+#include "platform/values/blanks.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorDataLib {
 namespace {

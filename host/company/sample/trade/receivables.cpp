@@ -1,9 +1,9 @@
-#include "host/company/sample/receivables.h"
+#include "host/company/sample/trade/receivables.h"
 
 #include <utility>
 
 #include "host/company/sample/lists.h"
-#include "host/company/sample/stock_trade.h"
+#include "host/company/sample/stock/stock_trade.h"
 
 namespace QuorHost::Sample {
 

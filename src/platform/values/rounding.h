@@ -1,7 +1,7 @@
 // The shared rounding routine: halves away from zero, on the exact decimal value.
 #pragma once
 
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorDataLib {
 

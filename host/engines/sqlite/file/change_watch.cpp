@@ -1,4 +1,4 @@
-#include "host/engines/sqlite/change_watch.h"
+#include "host/engines/sqlite/file/change_watch.h"
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/shown_text.h"
+#include "platform/values/shown_text.h"
 
 namespace QuorDataLib {
 

@@ -1,7 +1,7 @@
-#include "host/company/sample/stock_trade.h"
+#include "host/company/sample/stock/stock_trade.h"
 
-#include "host/company/sample/items.h"
-#include "platform/rounding.h"
+#include "host/company/sample/stock/items.h"
+#include "platform/values/rounding.h"
 
 namespace QuorHost::Sample {
 

@@ -7,7 +7,7 @@
 #include "host/company/sample/money.h"
 #include "host/company/sample/random.h"
 #include "host/engines/store.h"
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 namespace QuorHost::Sample {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "host/company/sample/document.h"
 #include "host/company/sample/ledger.h"
 #include "host/company/sample/money.h"
-#include "host/company/sample/parties.h"
+#include "host/company/sample/trade/document.h"
+#include "host/company/sample/trade/parties.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {

@@ -7,9 +7,9 @@
 #include <variant>
 #include <vector>
 
-#include "platform/currency.h"
-#include "platform/date.h"
 #include "platform/ref.h"
+#include "platform/values/currency.h"
+#include "platform/values/date.h"
 
 namespace QuorDataLib {
 

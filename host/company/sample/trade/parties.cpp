@@ -1,4 +1,4 @@
-#include "host/company/sample/parties.h"
+#include "host/company/sample/trade/parties.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,11 @@
-#include "platform/currency.h"
+#include "platform/values/currency.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "platform/blanks.h"
 #include "platform/error.h"
+#include "platform/values/blanks.h"
 
 namespace QuorDataLib {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/company/sample/settlements.h"
+#include "host/company/sample/trade/settlements.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "host/company/sample/calendar.h"
-#include "host/company/sample/document.h"
-#include "host/company/sample/items.h"
-#include "host/company/sample/parties.h"
-#include "host/company/sample/settlements.h"
-#include "host/company/sample/stock.h"
+#include "host/company/sample/stock/items.h"
+#include "host/company/sample/stock/stock.h"
+#include "host/company/sample/trade/document.h"
+#include "host/company/sample/trade/parties.h"
+#include "host/company/sample/trade/settlements.h"
 
 namespace QuorHost::Sample {
 

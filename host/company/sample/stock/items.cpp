@@ -1,4 +1,4 @@
-#include "host/company/sample/items.h"
+#include "host/company/sample/stock/items.h"
 
 #include <algorithm>
 #include <array>

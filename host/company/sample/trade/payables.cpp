@@ -1,9 +1,9 @@
-#include "host/company/sample/payables.h"
+#include "host/company/sample/trade/payables.h"
 
 #include <utility>
 
 #include "host/company/sample/lists.h"
-#include "host/company/sample/stock_trade.h"
+#include "host/company/sample/stock/stock_trade.h"
 
 namespace QuorHost::Sample {
 

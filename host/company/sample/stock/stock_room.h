@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "host/company/sample/calendar.h"
-#include "host/company/sample/items.h"
 #include "host/company/sample/random.h"
-#include "host/company/sample/stock.h"
+#include "host/company/sample/stock/items.h"
+#include "host/company/sample/stock/stock.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {

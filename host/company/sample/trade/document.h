@@ -9,7 +9,7 @@
 
 #include "host/company/sample/ledger.h"
 #include "host/company/sample/money.h"
-#include "host/company/sample/parties.h"
+#include "host/company/sample/trade/parties.h"
 
 namespace QuorHost::Sample {
 

@@ -1,4 +1,4 @@
-#include "host/engines/sqlite/raw_handle.h"
+#include "host/engines/sqlite/file/raw_handle.h"
 
 #include <array>
 #include <filesystem>

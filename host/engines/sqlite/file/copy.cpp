@@ -1,9 +1,9 @@
-#include "host/engines/sqlite/copy.h"
+#include "host/engines/sqlite/file/copy.h"
 
 #include <optional>
 
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/file/opening.h"
 #include "host/engines/sqlite/transaction.h"
 
 namespace QuorHost::Sqlite {

@@ -1,4 +1,4 @@
-#include "host/engines/sqlite/opening.h"
+#include "host/engines/sqlite/file/opening.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "host/engines/sqlite/engine_error.h"
+#include "host/engines/sqlite/file/raw_handle.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
-#include "host/engines/sqlite/raw_handle.h"
 #include "host/engines/sqlite/run/binding.h"
 
 namespace QuorHost::Sqlite {

@@ -1,4 +1,4 @@
-#include "host/engines/sqlite/file_check.h"
+#include "host/engines/sqlite/file/file_check.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "host/company/sample/stock_room.h"
+#include "host/company/sample/stock/stock_room.h"
 
 #include <algorithm>
 #include <utility>

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "host/company/sample/document.h"
-#include "host/company/sample/stock.h"
+#include "host/company/sample/stock/stock.h"
+#include "host/company/sample/trade/document.h"
 
 namespace QuorHost::Sample {
 
