@@ -1,11 +1,14 @@
 // `stock`: the running costs of stock.
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "cli/commands.h"
 #include "cli/print/amount_text.h"
 #include "cli/print/progress.h"
+#include "cli/report/company_facts.h"
+#include "cli/report/subject.h"
 #include "cli/words/options.h"
 #include "host/company/stock/recost.h"
 
@@ -20,32 +23,12 @@ using QuorHost::RecostedItem;
 
 struct RecostOptions {
   std::string file;
-  std::string item;
+  std::optional<std::string> item;
 };
-
-Ref<Recordset> open(QuorHost::Store& store, const std::string& sql, const Value& value) {
-  return store.connect(QuorHost::Sql::Dialect::Server)
-      ->OpenRecordset(sql, 4, 0, Parameters::single(value), 0);
-}
-
-/// The item that a code or a key names; 0 for none given.
-std::int32_t itemNamed(QuorHost::Store& store, const std::string& name) {
-  if (name.empty()) return 0;
-  Ref<Recordset> rows = open(store, "SELECT InItemId FROM Item WHERE ItemId = ?", Value(name));
-  const bool key = name.size() < 10 && name.find_first_not_of("0123456789") == std::string::npos;
-  if (rows->AtEnd() && key) {
-    rows = open(store, "SELECT InItemId FROM Item WHERE InItemId = ?",
-                Value(std::int32_t{std::stoi(name)}));
-  }
-  if (rows->AtEnd()) {
-    throw Failure("there is no item '" + name + "': name one by its code or its key (Item)");
-  }
-  return rows->Field(0).toLong();
-}
 
 std::string codeOf(QuorHost::Store& store, std::int32_t item) {
   const Ref<Recordset> rows =
-      open(store, "SELECT ItemId FROM Item WHERE InItemId = ?", Value(item));
+      readBeside(store, "SELECT ItemId FROM Item WHERE InItemId = ?", Parameters::single(item));
   const Value code = rows->AtEnd() ? Value() : rows->Field(0);
   return code.isNull() || code.isEmpty() ? std::to_string(item) : code.toText();
 }
@@ -69,7 +52,7 @@ void print(const RecostedItem& item, const std::string& code, Console& console) 
 
 int recost(const RecostOptions& options, Console& console) {
   const auto store = QuorHost::openCompany(options.file, QuorHost::Access::Write);
-  const std::int32_t item = itemNamed(*store, options.item);
+  const std::int32_t item = options.item ? findSubject(kItems, *options.item, *store).key : 0;
   std::vector<RecostedItem> items;
   {
     ProgressBar bar(console);

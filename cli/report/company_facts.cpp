@@ -20,18 +20,19 @@ CompanyFacts readCompany(const Session& session) {
   const auto currencyInfo = company->CurrencyInfo();
   facts.homeCurrency = currencyInfo->CieHomeCurrencyId();
   facts.foreignCurrencies = currencyInfo->CieIsForeignCurrencyUsed();
-  const auto name = readBeside(session, "SELECT Name FROM CieInfo");
+  const auto name = readBeside(*session.store(), "SELECT Name FROM CieInfo");
   if (!name->AtEnd()) facts.name = name->Field(0).isNull() ? "" : name->Field(0).toText();
-  const auto rows = readBeside(session, "SELECT InCurrencyId, CurrencyCode FROM WorldCurrency");
+  const auto rows =
+      readBeside(*session.store(), "SELECT InCurrencyId, CurrencyCode FROM WorldCurrency");
   for (; !rows->AtEnd(); rows->MoveNext()) {
     facts.currencyCodes.emplace(rows->Field(0).toLong(), rows->Field(1).toText());
   }
   return facts;
 }
 
-Ref<Recordset> readBeside(const Session& session, const std::string& sql,
+Ref<Recordset> readBeside(QuorHost::Store& store, const std::string& sql,
                           const Parameters& parameters) {
-  const auto connection = session.store()->connect(QuorHost::Sql::Dialect::Server);
+  const auto connection = store.connect(QuorHost::Sql::Dialect::Server);
   return connection->OpenRecordset(sql, 4, 0, parameters, 0);
 }
 

@@ -27,6 +27,6 @@ struct CompanyFacts {
 
 /// Opens a query of the server dialect past the host, for what a report says beside its figures.
 [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Recordset> readBeside(
-    const Session& session, const std::string& sql, const QuorDataLib::Parameters& parameters = {});
+    QuorHost::Store& store, const std::string& sql, const QuorDataLib::Parameters& parameters = {});
 
 }  // namespace QuorCli

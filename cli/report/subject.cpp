@@ -22,9 +22,9 @@ std::string selectOf(const SubjectKind& kind, const std::string& condition) {
 
 std::vector<Subject> subjects(const SubjectKind& kind, const std::string& column,
                               const std::string& comparison, const Value& value,
-                              const Session& session) {
+                              QuorHost::Store& store) {
   const auto rows = readBeside(
-      session,
+      store,
       selectOf(kind, " WHERE " + column + comparison + " ORDER BY " + std::string(kind.keyColumn)),
       Parameters::array({value}));
   std::vector<Subject> found;
@@ -48,9 +48,9 @@ std::string containing(std::string_view word) {
 }
 
 /// " By that name there are LEG (Léger Ltée) and ...", or the codes that are near.
-std::string whatIsNear(const SubjectKind& kind, const std::string& word, const Session& session) {
+std::string whatIsNear(const SubjectKind& kind, const std::string& word, QuorHost::Store& store) {
   const std::vector<Subject> all =
-      subjects(kind, std::string(kind.keyColumn), " >= ?", std::int32_t{0}, session);
+      subjects(kind, std::string(kind.keyColumn), " >= ?", std::int32_t{0}, store);
   std::vector<std::string_view> codes;
   codes.reserve(all.size());
   for (const Subject& subject : all) {
@@ -61,7 +61,7 @@ std::string whatIsNear(const SubjectKind& kind, const std::string& word, const S
   constexpr std::size_t kMost = 3;
   std::vector<Subject> named;
   if (!word.empty()) {
-    named = subjects(kind, std::string(kind.nameColumn), " LIKE ?", containing(word), session);
+    named = subjects(kind, std::string(kind.nameColumn), " LIKE ?", containing(word), store);
   }
   for (std::size_t index = 0; index < named.size() && index < kMost; ++index) {
     near += near.empty() ? " By that name there is " : ", ";
@@ -82,9 +82,9 @@ const SubjectKind kAccounts{"account", "GLAcct", "InGLAcctId", "GLAcctId", "Desc
 const SubjectKind kProjects{"project", "Proj", "InProjId", "ProjId", "Descr"};
 const SubjectKind kWarehouses{"warehouse", "Warehouse", "InWarehouseId", "WarehouseId", "Descr"};
 
-Subject findSubject(const SubjectKind& kind, const std::string& word, const Session& session) {
+Subject findSubject(const SubjectKind& kind, const std::string& word, QuorHost::Store& store) {
   const std::vector<Subject> coded =
-      subjects(kind, std::string(kind.codeColumn), " = ?", word, session);
+      subjects(kind, std::string(kind.codeColumn), " = ?", word, store);
   if (coded.size() == 1) return coded.front();
   if (coded.size() > 1) {
     std::string keys;
@@ -99,11 +99,11 @@ Subject findSubject(const SubjectKind& kind, const std::string& word, const Sess
   const auto [stop, error] = std::from_chars(word.data(), end, key);
   if (error == std::errc() && stop == end) {
     const std::vector<Subject> keyed =
-        subjects(kind, std::string(kind.keyColumn), " = ?", key, session);
+        subjects(kind, std::string(kind.keyColumn), " = ?", key, store);
     if (!keyed.empty()) return keyed.front();
   }
   throw Failure("there is no " + std::string(kind.name) + " with the code or key '" +
-                visible(word) + "'." + whatIsNear(kind, word, session));
+                visible(word) + "'." + whatIsNear(kind, word, store));
 }
 
 }  // namespace QuorCli

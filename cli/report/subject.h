@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "cli/session.h"
+#include "host/engines/store.h"
 
 namespace QuorCli {
 
@@ -36,6 +36,6 @@ struct Subject {
 /// what people see, and many are numbers. Raises `Failure`, naming what is near, when there is
 /// none, and when several share the code.
 [[nodiscard]] Subject findSubject(const SubjectKind& kind, const std::string& word,
-                                  const Session& session);
+                                  QuorHost::Store& store);
 
 }  // namespace QuorCli

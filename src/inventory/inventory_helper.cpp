@@ -7,6 +7,20 @@ namespace QuorAccQueries {
 
 namespace Sql = ItemSql;
 
+namespace {
+
+/// A number of the user's as scanners read it.
+std::string withPoint(std::string number, const std::string& separator) {
+  if (separator.empty()) return number;
+  for (std::size_t place = number.find(separator); place != std::string::npos;
+       place = number.find(separator, place + 1)) {
+    number.replace(place, separator.size(), ".");
+  }
+  return number;
+}
+
+}  // namespace
+
 CInventoryHelper::CInventoryHelper(Steps& step)
     : HelperFrame(step),
       qtyCostAtSessionDate_(askCompany(step,
@@ -197,7 +211,13 @@ std::string CInventoryHelper::GetItemBarCodeValue(std::int32_t ItemID, Currency 
       const bool withQuantity =
           step([&] { return valueOrEmpty(rows, "ChkQtyWithBarCode").toBoolean(); });
       step([&] { result = valueOrEmpty(rows, "ItemId").toText(); });
-      if (withQuantity) result += "*" + Value(Qty).toText();
+      if (withQuantity) {
+        const std::string quantity = askUtility(
+            step, [&](QuorDataLib::Utility& utility) { return utility.FormatNumber(Qty); });
+        const std::string separator = askUtility(
+            step, [](QuorDataLib::Utility& utility) { return utility.DecimalSeparator(); });
+        result += "*" + withPoint(quantity, separator);
+      }
     }
     step([&] { rows->Close(); });
   });

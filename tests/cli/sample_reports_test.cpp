@@ -145,5 +145,27 @@ TEST_F(SampleReports, stockIsWhatItsMovementsAddUpTo) {
   EXPECT_EQ(rows({"stock", "--item", one["ItemCode"]}), std::vector<json>{one});
 }
 
+// Last of all: it changes the company.
+TEST_F(SampleReports, whatHasATimeOfDayBelongsToItsDay) {
+  const auto texts = [] {
+    std::vector<std::string> printed;
+    for (std::vector<std::string> report :
+         {std::vector<std::string>{"ledger", "trial-balance", "--as-of"},
+          {"ledger", "balance-sheet", "--as-of"},
+          {"ledger", "checks", "--summary", "--as-of"},
+          {"ledger", "income-statement", "--from", "2024-04-01", "--compare", "last-year", "--to"},
+          {"stock", "--as-of"}}) {
+      report.emplace_back("2024-10-17");
+      printed.push_back(run(report).out);
+    }
+    return printed;
+  };
+  const std::vector<std::string> before = texts();
+  for (const char* const table : {"GLDet", "InvenDet"}) {
+    run({"sql", "--write", std::string("UPDATE ") + table + " SET DetDate = DetDate + 0.75"});
+  }
+  EXPECT_EQ(texts(), before);
+}
+
 }  // namespace
 }  // namespace QuorCli

@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <locale>
-
 #include "host/company/stock/recost.h"
 #include "inventory/inventory_helper.h"
 #include "inventory/inventory_queries.h"
@@ -312,7 +310,8 @@ TEST_P(Inventory, WhatIsReservedAndToComeIsListed) {
 
 TEST_P(Inventory, ItemsAreLookedUp) {
   use({{"Param.QuorAcctParams.SuppGLPurchAcct", "5010"},
-       {"Param.QuorAcctParams.CustGLDiscSale", "4090"}});
+       {"Param.QuorAcctParams.CustGLDiscSale", "4090"},
+       {"Company.Param.Language", "French"}});
   for (const bool cached : {false, true}) {
     CInventoryHelper helper;
     helper.SetCacheRecordsets(cached);
@@ -331,12 +330,7 @@ TEST_P(Inventory, ItemsAreLookedUp) {
   EXPECT_EQ(helper.ItemInTransactionsCount(5), 7 + 1 + 6);
   EXPECT_TRUE(helper.ItemInTransactions(4)) << "in a transfer's line alone";
   EXPECT_FALSE(helper.ItemInTransactions(14));
-  struct CommaMark : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-  };
-  const std::locale before = std::locale::global(std::locale(std::locale(), new CommaMark));
-  EXPECT_EQ(helper.GetItemBarCodeValue(1, amount("2.5")), "A100*2.5");
-  std::locale::global(before);
+  EXPECT_EQ(helper.GetItemBarCodeValue(1, amount("2.5")), "A100*2.5") << "of a user who writes 2,5";
   EXPECT_EQ(helper.GetItemBarCodeValue(2, amount("2.5")), "B200");
   EXPECT_EQ(helper.GetItemBarCodeValue(3, amount("2.5")), "C300") << "null is false";
   EXPECT_EQ(helper.GetItemBarCodeValue(77, amount("2.5")), "");

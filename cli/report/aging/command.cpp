@@ -50,7 +50,7 @@ int runAging(const AgingOptions& options, Console& console) {
   context.asOf = dayOf(options.asOf, context.company.sessionDate);
   context.byCurrency = context.byCurrency && context.company.foreignCurrencies;
   const std::int32_t party =
-      options.party ? findSubject(*source.subjects, *options.party, session).key : 0;
+      options.party ? findSubject(*source.subjects, *options.party, *session.store()).key : 0;
 
   const Answer answer = callMember(
       target,

@@ -71,7 +71,7 @@ int printAccount(const LedgerOptions& options, Console& console) {
   report->grandTotal(Weight::Plain, "Brought forward",
                      balanceLine(Value::null(), Value::null(), balance));
   const Ref<Recordset> rows =
-      queries.OpenGLAcctHistory(false, account.currency, account.key, home, from, to);
+      queries.OpenGLAcctHistory(false, account.currency, account.key, home, from, endOfDay(to));
   if (!rows) throw Failure("the component has returned no history of the account");
   const auto text = [&](const char* column) {
     const Value value = rows->Field(column);
@@ -88,7 +88,7 @@ int printAccount(const LedgerOptions& options, Console& console) {
   rows->Close();
   const auto total = [&](std::int32_t kind) {
     return onlyAmount(queries.OpenGLAcctHistoryDebitsCredits(false, account.currency, account.key,
-                                                             home, from, to, kind));
+                                                             home, from, endOfDay(to), kind));
   };
   report->grandTotal(Weight::Subtotal, "Debits and credits",
                      balanceLine(total(kDebits), -total(kCredits), Value::null()));

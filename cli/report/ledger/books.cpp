@@ -1,5 +1,6 @@
 #include "cli/report/ledger/books.h"
 
+#include "cli/report/period.h"
 #include "cli/report/subject.h"
 #include "core/mutils.h"
 
@@ -20,7 +21,7 @@ constexpr std::int32_t kIncomeStatement = 2;
 std::vector<LedgerAccount> readAccounts(const Session& session, const std::string& condition,
                                         const Parameters& parameters) {
   const auto rows = readBeside(
-      session,
+      *session.store(),
       "SELECT GLAcct.InGLAcctId, GLAcct.GLAcctId, GLAcct.Descr, GLAcct.ExCurrencyId, "
       "GLAcct.ChqAcct, GLAcct.AcctType, AccountType.Description, AccountType.ExAcctTypeDefId, "
       "AccountType.ReverseBalance "
@@ -73,7 +74,7 @@ Books::Books(const RunOptions& options, Console& console)
 std::vector<LedgerAccount> Books::accounts() const { return readAccounts(session_, "", {}); }
 
 LedgerAccount Books::account(const std::string& word) const {
-  const Subject subject = findSubject(kAccounts, word, session_);
+  const Subject subject = findSubject(kAccounts, word, *session_.store());
   return readAccounts(session_, " WHERE GLAcct.InGLAcctId = ?", Parameters::array({subject.key}))
       .at(0);
 }
@@ -92,7 +93,7 @@ std::int32_t Books::currentEarningsAccount() const {
 Currency Books::balance(const LedgerAccount& account, Date day) {
   bool ignoreFiscalYear = false;
   std::string noCondition;
-  return helper_->GetAcctBalance(account.key, account.type, account.currency, day,
+  return helper_->GetAcctBalance(account.key, account.type, account.currency, endOfDay(day),
                                  company_.homeCurrency, false, 0, 0, ignoreFiscalYear, noCondition);
 }
 

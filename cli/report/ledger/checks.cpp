@@ -53,9 +53,9 @@ class ChecksPage {
   void tell(const LedgerAccount& account) {
     if (!summary_) report_.group(0, account.code + " " + account.name, "");
     Outstanding outstanding;
-    const Ref<Recordset> rows =
-        books_.queries().OpenGLAcctHistory(false, account.currency, account.key,
-                                           books_.company().homeCurrency, Books::firstDay(), day_);
+    const Ref<Recordset> rows = books_.queries().OpenGLAcctHistory(
+        false, account.currency, account.key, books_.company().homeCurrency, Books::firstDay(),
+        endOfDay(day_));
     if (!rows) throw Failure("the component has returned no history of " + account.code);
     for (; !rows->AtEnd(); rows->MoveNext()) {
       const Currency amount = rows->Field("DetAmount").toCurrency();

@@ -106,13 +106,14 @@ class IncomeStatement {
     std::string noProjects;
     auto& helper = books_.helper();
     Pair pair;
-    pair.amount =
-        account.shown(helper.GetAcctBalanceRange(account.key, from_, to_, noCondition, noProjects));
+    pair.amount = account.shown(
+        helper.GetAcctBalanceRange(account.key, from_, endOfDay(to_), noCondition, noProjects));
     if (options_.comparison == Comparison::Budget) {
       pair.other = account.shown(helper.GetAcctBudget(account.key, from_, to_));
     } else if (options_.comparison == Comparison::LastYear) {
-      pair.other = account.shown(helper.GetAcctBalanceRange(
-          account.key, from_.addMonths(-12), to_.addMonths(-12), noCondition, noProjects));
+      pair.other = account.shown(helper.GetAcctBalanceRange(account.key, from_.addMonths(-12),
+                                                            endOfDay(to_.addMonths(-12)),
+                                                            noCondition, noProjects));
     }
     return pair;
   }
@@ -148,7 +149,7 @@ int printIncomeStatement(const LedgerOptions& options, Console& console) {
   report->grandTotal(Weight::Grand, net.amount < Currency() ? "Net loss" : "Net income",
                      statement.total(net));
   std::string noCondition;
-  const Currency earned = -books.helper().CurrentEarnings(from, to, noCondition);
+  const Currency earned = -books.helper().CurrentEarnings(from, endOfDay(to), noCondition);
   if (earned != net.amount) {
     report->alarm("The ledger's earnings of the period are another amount: " + amountText(earned));
   }

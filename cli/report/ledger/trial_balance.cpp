@@ -49,7 +49,8 @@ Currency balanceInTrial(Books& books, const LedgerAccount& account, Date day,
   Currency balance = books.balance(account, day);
   if (account.key == earningsAccount) {
     std::string noCondition;
-    balance -= books.helper().CurrentEarnings(books.fiscalYearStart(day), day, noCondition);
+    balance -=
+        books.helper().CurrentEarnings(books.fiscalYearStart(day), endOfDay(day), noCondition);
   }
   return balance;
 }

@@ -126,14 +126,15 @@ int runStock(const StockOptions& options, Console& console) {
   const auto snapshot = session.store()->hold();
   const CompanyFacts company = readCompany(session);
   const auto keyOf = [&](const SubjectKind& kind, const std::optional<std::string>& word) {
-    return word ? findSubject(kind, *word, session).key : 0;
+    return word ? findSubject(kind, *word, *session.store()).key : 0;
   };
-  const StockRequest request{.day = dayOf(options.asOf, company.sessionDate),
+  const QuorDataLib::Date day = dayOf(options.asOf, company.sessionDate);
+  const StockRequest request{.until = endOfDay(day),
                              .item = keyOf(kItems, options.item),
                              .warehouse = keyOf(kWarehouses, options.warehouse),
                              .project = keyOf(kProjects, options.project)};
   StockRoom room(options.run, session);
-  std::string title = "Stock as at " + request.day.toText();
+  std::string title = "Stock as at " + day.toText();
   if (options.warehouse) title += ", warehouse " + *options.warehouse;
   if (options.project) title += ", project " + *options.project;
   if (options.belowZero) title += ", below zero";

@@ -56,7 +56,7 @@ StockRoom::StockRoom(const RunOptions& options, Session& session)
   helper_->SetCacheRecordsets(true);
   const auto company = QuorAccQueries::MUtils::QuorCastriaFoundation()->Application()->Company();
   valuedAtLastCost_ = company->GetParam("CostCalculMeth", "0").toText() != "0";
-  const auto rows = readBeside(session,
+  const auto rows = readBeside(*session.store(),
                                "SELECT InWarehouseId, WarehouseId, Descr FROM Warehouse "
                                "ORDER BY WarehouseId, InWarehouseId");
   for (; !rows->AtEnd(); rows->MoveNext()) {
@@ -83,7 +83,7 @@ StockRoom::ByItem StockRoom::sums(const Ref<Recordset>& rows, const char* column
 StockRoom::ByItem StockRoom::onHand(const StockRequest& request, std::int32_t warehouse) {
   constexpr bool kKnown = true;
   constexpr bool kNoKit = false;
-  return sums(queries_->OpenQtyStock(request.item, warehouse, {}, request.day, kKnown, kNoKit,
+  return sums(queries_->OpenQtyStock(request.item, warehouse, {}, request.until, kKnown, kNoKit,
                                      conditionOf(request)),
               "QtyStock");
 }
@@ -103,18 +103,19 @@ std::vector<StockItem> StockRoom::items(const StockRequest& request) {
   ByItem reserved;
   ByItem toCome;
   if (request.project == 0) {  // neither knows of projects
-    reserved =
-        sums(queries_->OpenQtyReserved(request.item, request.warehouse, {}, request.day, "", false),
-             "Qty");
-    toCome = sums(queries_->OpenQtyToRec(request.item, request.warehouse, {}, request.day,
+    reserved = sums(
+        queries_->OpenQtyReserved(request.item, request.warehouse, {}, request.until, "", false),
+        "Qty");
+    toCome = sums(queries_->OpenQtyToRec(request.item, request.warehouse, {}, request.until,
                                          anySupplier, false, false),
                   "Qty");
   }
-  const auto rows = readBeside(
-      session_, std::string("SELECT InItemId, ItemId, Descr1, StockUnit, IsKit FROM Item "
-                            "WHERE (Servc = 0 OR Servc IS NULL)") +
-                    (request.item == 0 ? "" : " AND InItemId = " + std::to_string(request.item)) +
-                    " ORDER BY ItemId, InItemId");
+  const auto rows =
+      readBeside(*session_.store(),
+                 std::string("SELECT InItemId, ItemId, Descr1, StockUnit, IsKit FROM Item "
+                             "WHERE (Servc = 0 OR Servc IS NULL)") +
+                     (request.item == 0 ? "" : " AND InItemId = " + std::to_string(request.item)) +
+                     " ORDER BY ItemId, InItemId");
   std::vector<StockItem> items;
   for (; !rows->AtEnd(); rows->MoveNext()) {
     StockItem item;
@@ -126,7 +127,7 @@ std::vector<StockItem> StockRoom::items(const StockRequest& request) {
     item.reserved = of(reserved, item.key);
     item.toCome = of(toCome, item.key);
     if (item.kit) {
-      item.onHand = helper_->GetQtyInStockRange(item.key, {}, request.day, request.warehouse, "",
+      item.onHand = helper_->GetQtyInStockRange(item.key, {}, request.until, request.warehouse, "",
                                                 conditionOf(request), false, false);
     } else {
       item.onHand = of(all, item.key);
@@ -144,8 +145,8 @@ std::vector<StockItem> StockRoom::items(const StockRequest& request) {
 }
 
 void StockRoom::readCosts(StockItem& item, const StockRequest& request) {
-  item.averageCost = helper_->GetAvgCostRange(item.key, request.day, 0, "", "", false);
-  item.lastCost = helper_->GetLastCost(item.key, request.day, 0, "", "", false);
+  item.averageCost = helper_->GetAvgCostRange(item.key, request.until, 0, "", "", false);
+  item.lastCost = helper_->GetLastCost(item.key, request.until, 0, "", "", false);
   if (item.kit) return;
   item.unitValue = valuedAtLastCost_ ? item.lastCost : item.averageCost;
   item.value = valueAt(item.onHand, item.unitValue);

@@ -16,7 +16,8 @@ namespace QuorCli {
 
 /// What stock is asked for: 0 and no date filter nothing.
 struct StockRequest {
-  QuorDataLib::Date day;
+  /// The last moment that counts.
+  QuorDataLib::Date until;
   std::int32_t item = 0;
   std::int32_t warehouse = 0;
   std::int32_t project = 0;
