@@ -38,11 +38,12 @@ Stock::Stock(Store& store, Ledger& ledger)
       items_(kItemsEnd) {}
 
 void Stock::add(StockDocument document) {
-  if (!document.movements.empty()) today_.push_back(std::move(document));
+  if (document.movements.empty()) return;
+  const auto place = std::ranges::upper_bound(today_, document.type, {}, &StockDocument::type);
+  today_.insert(place, std::move(document));
 }
 
 void Stock::endDay(int day) {
-  std::ranges::stable_sort(today_, {}, &StockDocument::type);
   for (const StockDocument& document : today_) enter(document, ++sequence_, day);
   today_.clear();
   const Cents variance = std::exchange(variance_, 0);
