@@ -1,5 +1,6 @@
 #include "sql/database.h"
 
+#include "host/company/schema.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
 #include "platform/error.h"
@@ -59,12 +60,19 @@ std::string shown(sqlite3_stmt* statement, int column, Type type) {
 
 }  // namespace
 
-Database::Database() {
+void Database::open(const std::string& path, int flags) {
   sqlite3* opened = nullptr;
-  sqlite3_open(":memory:", &opened);
+  sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
   database_.reset(opened);
   Sqlite::registerFunctions(opened);
   Sqlite::registerCollation(opened);
+}
+
+Database::Database() { open(":memory:", SQLITE_OPEN_READWRITE); }
+
+Database::Database(const std::string& path, Catalogue catalogue)
+    : catalogue_(std::move(catalogue)) {
+  open(path, SQLITE_OPEN_READONLY);
 }
 
 Database::Database(std::string_view schema) : Database() {
@@ -124,6 +132,12 @@ std::string Database::preparationError(const Translation& translation) const {
   const bool sameMarkers =
       static_cast<int>(translation.markers.size()) == sqlite3_bind_parameter_count(raw);
   return sameMarkers ? "" : "the markers are not those of the text";
+}
+
+std::string companySchema() {
+  std::string schema;
+  for (const std::string_view area : schemaTexts()) schema.append(area).append(";\n");
+  return schema;
 }
 
 }  // namespace QuorHost::Sql::Testing

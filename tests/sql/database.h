@@ -26,6 +26,8 @@ class Database {
   Database();
   /// A database with what `schema`, in the server dialect, makes; it may also insert rows.
   explicit Database(std::string_view schema);
+  /// A company file, to be read.
+  Database(const std::string& path, Catalogue catalogue);
 
   [[nodiscard]] Translation translate(std::string_view text, Dialect dialect,
                                       Rewriting rewriting = Rewriting::Faster) const;
@@ -44,11 +46,14 @@ class Database {
   std::string refusal(std::string_view text, Dialect dialect);
 
   [[nodiscard]] const Catalogue& catalogue() const noexcept { return catalogue_; }
+  [[nodiscard]] sqlite3* handle() const noexcept { return database_.get(); }
 
   /// Whether the engine accepts the translation, which it does not run.
   [[nodiscard]] std::string preparationError(const Translation& translation) const;
 
  private:
+  void open(const std::string& path, int flags);
+
   struct Close {
     void operator()(sqlite3* database) const noexcept { sqlite3_close(database); }
   };
@@ -57,5 +62,8 @@ class Database {
   Catalogue catalogue_;
   Sqlite::SqlWriter writer_;
 };
+
+/// The schema of company files.
+[[nodiscard]] std::string companySchema();
 
 }  // namespace QuorHost::Sql::Testing
