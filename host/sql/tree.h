@@ -28,6 +28,8 @@ struct Source {
   std::string_view name;
   const Relation* relation = nullptr;
   Query* query = nullptr;  // of a derived table
+  /// The table in front of a query whose rows these are, and whose `query` this has, too.
+  const Source* shared = nullptr;
 
   [[nodiscard]] std::size_t size() const noexcept;
   [[nodiscard]] std::string_view columnName(std::size_t column) const noexcept;
@@ -143,6 +145,9 @@ struct Query {
   /// The columns of the whole: the names of the first branch.
   std::span<OutputColumn> columns;
   std::span<SortKey> orderBy;
+  /// Derived tables that are computed once, whole, and read by several sources in the query. They
+  /// come with the last of the passes: to visit the sources is to visit a shared query repeatedly.
+  std::span<Source*> shared;
 };
 
 struct Insert {

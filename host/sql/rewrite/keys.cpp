@@ -138,6 +138,29 @@ bool isUniqueWithin(const Select& select, const Expression& value, int levels) {
          isKeyWithin(value, *value.source, levels) && Meetings(select, levels).one(*value.source);
 }
 
+void visitSelects(Query& query, bool narrow, const SelectVisitor& visit);
+
+void visitSelects(const From& from, bool narrow, const SelectVisitor& visit) {
+  if (from.source == nullptr) {
+    visitSelects(*from.left, narrow, visit);
+    visitSelects(*from.right, narrow, visit);
+  } else if (from.source->query != nullptr) {
+    visitSelects(*from.source->query, narrow, visit);
+  }
+}
+
+void visitSelects(Query& query, bool narrow, const SelectVisitor& visit) {
+  for (const Tree::Branch& branch : query.branches) {
+    if (branch.query != nullptr) {
+      visitSelects(*branch.query, narrow, visit);
+    } else if (branch.select->from != nullptr) {
+      const bool few = narrow || isNarrowed(*branch.select);
+      visit(query, *branch.select, few);
+      visitSelects(*branch.select->from, few, visit);
+    }
+  }
+}
+
 }  // namespace
 
 bool isWhole(Type type) noexcept { return type == Type::Integer || type == Type::Long; }
@@ -179,5 +202,7 @@ bool isNarrowed(const Select& select) {
     return (isKey(a) && isConstant(b)) || (isKey(b) && isConstant(a));
   });
 }
+
+void forEachSelect(Query& query, const SelectVisitor& visit) { visitSelects(query, false, visit); }
 
 }  // namespace QuorHost::Sql

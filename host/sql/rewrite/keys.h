@@ -2,6 +2,8 @@
 // which conditions leave few of them.
 #pragma once
 
+#include <functional>
+
 #include "host/sql/tree.h"
 
 namespace QuorHost::Sql {
@@ -29,5 +31,13 @@ namespace QuorHost::Sql {
 /// or a short list, of a primary key or of an indexed reference. A column like a document's type is
 /// indexed as well, but a value of it may be that of nearly every row.
 [[nodiscard]] bool isNarrowed(const Tree::Select& select);
+
+/// What is done with a select of a query, which may be a derived table. `few` says that the select,
+/// or one around it, is narrowed.
+using SelectVisitor = std::function<void(Tree::Query& query, Tree::Select& select, bool few)>;
+
+/// Calls `visit` for each select of `query` that has a FROM, and then for those of the derived
+/// tables that are left there; not for sub-selects.
+void forEachSelect(Tree::Query& query, const SelectVisitor& visit);
 
 }  // namespace QuorHost::Sql

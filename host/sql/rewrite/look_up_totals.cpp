@@ -192,32 +192,9 @@ class TotalsFinder {
  public:
   explicit TotalsFinder(Arena& arena) : arena_(arena) {}
 
-  /// `narrow` says that a filter around the query leaves few of its rows.
-  void find(Query& query, bool narrow) {
-    for (const Tree::Branch& branch : query.branches) {
-      if (branch.query != nullptr) {
-        find(*branch.query, narrow);
-        continue;
-      }
-      Select& select = *branch.select;
-      const bool few = narrow || isNarrowed(select);
-      if (select.from == nullptr) continue;
-      if (!select.grouped) replaceTotals(query, select, few);
-      findIn(*select.from, few);
-    }
-  }
-
- private:
-  void findIn(const From& from, bool narrow) {
-    if (from.source == nullptr) {
-      findIn(*from.left, narrow);
-      findIn(*from.right, narrow);
-    } else if (from.source->query != nullptr) {
-      find(*from.source->query, narrow);
-    }
-  }
-
+  /// `few` says that few rows ask.
   void replaceTotals(Query& query, Select& select, bool few) {
+    if (select.grouped) return;
     for (From** place = &select.from; (*place)->source == nullptr;) {
       From& join = **place;
       const std::optional<Totals> totals = totalsOf(join);
@@ -232,6 +209,7 @@ class TotalsFinder {
     }
   }
 
+ private:
   /// Whether looking the totals up is less work than making a table of them, or as much.
   bool isWorthIt(Query& query, Select& select, const Totals& totals, bool few) {
     // A key that comes again would be looked up again.
@@ -279,6 +257,11 @@ class TotalsFinder {
 
 }  // namespace
 
-void lookUpTotals(Query& query, Arena& arena) { TotalsFinder(arena).find(query, false); }
+void lookUpTotals(Query& query, Arena& arena) {
+  TotalsFinder finder(arena);
+  forEachSelect(query, [&](Query& around, Select& select, bool few) {
+    finder.replaceTotals(around, select, few);
+  });
+}
 
 }  // namespace QuorHost::Sql

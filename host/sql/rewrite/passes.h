@@ -52,4 +52,17 @@ void dropUnreadColumns(Tree::Query& query, Arena& arena);
 /// after row, and builds it as a table to look rows up in it.
 void orderJoins(Tree::Query& query);
 
+/// Builds a table of keys once, where a union is joined to it and only rows with such a key pass,
+/// and begins each branch of the union with them:
+///   u LEFT JOIN g ON u.x = g.k WHERE g.k IS NOT NULL OR u.x = 0
+/// stays as it is, but each branch of u that takes its x from a column t.c gets the condition
+/// t.c IN (SELECT k FROM g UNION ALL SELECT 0), and g stands in front of the query. The engine
+/// would make all rows of the union only to throw most of them out. Conditions: u is a UNION ALL of
+/// plain selects and comes first; x and k are whole numbers, t.c one that an index begins with; the
+/// join asks for nothing else; WHERE has the condition among those joined by AND, with no
+/// alternatives but constants; g is one that the engine would build in any case. It stays away
+/// where the select, one around it, or the branch asks for few values of an indexed column or for
+/// those above one. The last of the passes: after it, g has several readers.
+void startFromKeys(Tree::Query& query, Arena& arena);
+
 }  // namespace QuorHost::Sql

@@ -11,6 +11,7 @@ void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena) {
   lookUpTotals(query, arena);
   dropUnreadColumns(query, arena);
   orderJoins(query);
+  startFromKeys(query, arena);
 }
 
 }  // namespace QuorHost::Sql

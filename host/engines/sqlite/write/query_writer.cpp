@@ -30,6 +30,7 @@ constexpr int kInGroupBy = 8;
 constexpr int kInHaving = 7;
 constexpr int kInOrderBy = 11;
 constexpr int kInUnion = 3;
+constexpr int kInShared = 7;
 
 std::string_view joinWord(const From& join) {
   switch (join.join) {
@@ -47,6 +48,7 @@ std::string_view joinWord(const From& join) {
 }  // namespace
 
 void QueryWriter::write(const Query& query, bool named) {
+  writeShared(query);
   if (query.branches.size() > 1) return writeUnion(query);
   const Branch& only = query.branches.front();
   if (only.query != nullptr) {
@@ -60,6 +62,18 @@ void QueryWriter::write(const Query& query, bool named) {
   }
   writeSelect(*only.select, query.orderBy, named, named || only.select->distinct);
   writeLimit(*only.select);
+}
+
+void QueryWriter::writeShared(const Query& query) {
+  std::string_view separator = "WITH ";
+  for (const Source* const table : query.shared) {
+    sql_.add(separator).name(table->name).add(" AS MATERIALIZED (");
+    const SqlText::Held held(sql_, kInShared);
+    write(*table->query, true);
+    sql_.add(")");
+    separator = ", ";
+  }
+  if (!query.shared.empty()) sql_.add(" ");
 }
 
 void QueryWriter::writeUnion(const Query& query) {
@@ -223,6 +237,10 @@ void QueryWriter::writeFrom(const From& from) {
 }
 
 void QueryWriter::writeSource(const Source& source) {
+  if (source.shared != nullptr) {
+    sql_.name(source.shared->name).add(" AS ").name(source.name);
+    return;
+  }
   if (source.query != nullptr) {
     const SqlText::Held held(sql_, kInFrom);
     sql_.add("(");

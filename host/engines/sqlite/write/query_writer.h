@@ -22,6 +22,7 @@ class QueryWriter {
   using Select = Sql::Tree::Select;
   using Keys = std::span<const Sql::Tree::SortKey>;
 
+  void writeShared(const Sql::Tree::Query& query);
   void writeUnion(const Sql::Tree::Query& query);
   void writeSelect(const Select& select, Keys keys, bool named, bool collated);
   void writeApart(const Select& select, const Apart& apart, Keys keys, bool named, bool collated);
