@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "host/sql/names.h"
 #include "host/sql/rewrite/branches.h"
 #include "host/sql/rewrite/keys.h"
 #include "host/sql/rewrite/passes.h"
@@ -132,24 +131,9 @@ class Alternatives {
   bool found_ = false;
 };
 
-/// The tables that a statement reads.
-class TableNames final : public Walker {
- public:
-  [[nodiscard]] bool contain(std::string_view name) const {
-    return std::ranges::any_of(names_, [&](std::string_view used) { return sameName(used, name); });
-  }
-
- private:
-  void visit(Source& source) override {
-    if (source.relation != nullptr) names_.emplace_back(source.relation->name);
-  }
-
-  std::vector<std::string_view> names_;
-};
-
 class KeyStarter {
  public:
-  KeyStarter(Query& statement, Arena& arena) : arena_(arena) { names_.walk(statement); }
+  explicit KeyStarter(Arena& arena) : arena_(arena) {}
 
   void start(Query& query, const Select& select) {
     const From* first = select.from;
@@ -198,10 +182,8 @@ class KeyStarter {
 
   /// Puts the table in front of the query; `table` from now on reads it there.
   Source* share(Query& query, Source& table) {
-    std::string_view name;
-    do {
-      name = arena_.text(":keys " + std::to_string(++shared_));
-    } while (names_.contain(name));
+    // No statement can name a table like that.
+    const std::string_view name = arena_.text(":keys " + std::to_string(++shared_));
     Source* const shared = arena_.make(Source{.name = name, .query = table.query});
     table.shared = shared;
     std::vector<Source*> all(query.shared.begin(), query.shared.end());
@@ -238,14 +220,13 @@ class KeyStarter {
   static constexpr std::string_view kKey = "key";
 
   Arena& arena_;
-  TableNames names_;
   int shared_ = 0;
 };
 
 }  // namespace
 
 void startFromKeys(Query& query, Arena& arena) {
-  KeyStarter starter(query, arena);
+  KeyStarter starter(arena);
   forEachSelect(query, [&](Query& around, const Select& select, bool few) {
     if (!few) starter.start(around, select);
   });
