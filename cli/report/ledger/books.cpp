@@ -91,8 +91,8 @@ std::int32_t Books::currentEarningsAccount() const {
 }
 
 Currency Books::balance(const LedgerAccount& account, Date day) {
-  bool ignoreFiscalYear = false;
-  std::string noCondition;
+  const bool ignoreFiscalYear = false;
+  const std::string noCondition;
   return helper_->GetAcctBalance(account.key, account.type, account.currency, endOfDay(day),
                                  company_.homeCurrency, false, 0, 0, ignoreFiscalYear, noCondition);
 }

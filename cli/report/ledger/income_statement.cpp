@@ -102,8 +102,8 @@ class IncomeStatement {
 
  private:
   Pair pairOf(const LedgerAccount& account) {
-    std::string noCondition;
-    std::string noProjects;
+    const std::string noCondition;
+    const std::string noProjects;
     auto& helper = books_.helper();
     Pair pair;
     pair.amount = account.shown(
@@ -148,7 +148,7 @@ int printIncomeStatement(const LedgerOptions& options, Console& console) {
   report->summary("");
   report->grandTotal(Weight::Grand, net.amount < Currency() ? "Net loss" : "Net income",
                      statement.total(net));
-  std::string noCondition;
+  const std::string noCondition;
   const Currency earned = -books.helper().CurrentEarnings(from, endOfDay(to), noCondition);
   if (earned != net.amount) {
     report->alarm("The ledger's earnings of the period are another amount: " + amountText(earned));

@@ -48,7 +48,7 @@ Currency balanceInTrial(Books& books, const LedgerAccount& account, Date day,
                         std::int32_t earningsAccount) {
   Currency balance = books.balance(account, day);
   if (account.key == earningsAccount) {
-    std::string noCondition;
+    const std::string noCondition;
     balance -=
         books.helper().CurrentEarnings(books.fiscalYearStart(day), endOfDay(day), noCondition);
   }
