@@ -33,8 +33,8 @@ class Sheet : public Report {
       shown.push_back(std::move(columns[index]));
     }
     const bool known = console_.width > 0;
-    layout_.emplace(std::move(shown), static_cast<std::size_t>(2 * form_.depth),
-                    known ? console_.width : kPaperWidth, known);
+    layout_ = std::make_unique<Layout>(std::move(shown), static_cast<std::size_t>(2 * form_.depth),
+                                       known ? console_.width : kPaperWidth, known);
     if (!form_.company.empty()) write(console_.bold(visible(form_.company)));
     write(console_.bold(form_.title));
     if (!form_.headingInGroups) events_.push_back({Event::Kind::TopHeading, 0, {}, {}, {}, {}});
@@ -301,7 +301,8 @@ class Sheet : public Report {
   ReportForm form_;
   /// The columns that people see.
   std::vector<std::size_t> shown_;
-  std::optional<Layout> layout_;
+  /// There from the beginning of the report on.
+  std::unique_ptr<Layout> layout_;
   std::vector<Group> open_;
   std::vector<Event> events_;
   std::vector<Note> notes_;

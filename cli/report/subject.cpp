@@ -11,8 +11,6 @@ namespace QuorCli {
 namespace {
 
 using QuorDataLib::Parameters;
-using QuorDataLib::Recordset;
-using QuorDataLib::Ref;
 using QuorDataLib::Value;
 
 std::string selectOf(const SubjectKind& kind, const std::string& condition) {

@@ -11,8 +11,6 @@ namespace QuorCli {
 using QuorAccQueries::CInventoryHelper;
 using QuorAccQueries::CInventoryQueries;
 using QuorDataLib::Currency;
-using QuorDataLib::Date;
-using QuorDataLib::Parameters;
 using QuorDataLib::Recordset;
 using QuorDataLib::Ref;
 using QuorDataLib::Value;
@@ -99,7 +97,7 @@ std::vector<StockItem> StockRoom::items(const StockRequest& request) {
     if (request.warehouse != 0 && request.warehouse != warehouse.key) continue;
     placed.emplace(warehouse.key, onHand(request, warehouse.key));
   }
-  std::int32_t anySupplier = 0;
+  const std::int32_t anySupplier = 0;
   ByItem reserved;
   ByItem toCome;
   if (request.project == 0) {  // neither knows of projects
