@@ -41,7 +41,18 @@ constexpr std::array kTraps{
     Trap{"documents of most types with payments",
          "SELECT H.InInvoiId, G.T FROM InvoiHdr AS H LEFT JOIN (SELECT PmtDet.ExInvoiId AS K, "
          "SUM(PmtAmnt) AS T FROM PmtDet INNER JOIN PmtHdr ON PmtHdr.InPmtId = PmtDet.ExPmtId "
-         "GROUP BY PmtDet.ExInvoiId) AS G ON G.K = H.InInvoiId WHERE H.InvoiType IN (1, 2, 3, 4)"}};
+         "GROUP BY PmtDet.ExInvoiId) AS G ON G.K = H.InInvoiId WHERE H.InvoiType IN (1, 2, 3, 4)"},
+    Trap{"documents open on an early day",
+         "SELECT A.DocOrderID, A.Balance FROM CustAgingDet AS A LEFT JOIN (SELECT InInvoiId AS K "
+         "FROM InvoiHdr LEFT JOIN (SELECT PmtDet.ExInvoiId, SUM(PmtAmnt) AS T FROM PmtDet INNER "
+         "JOIN PmtHdr ON PmtHdr.InPmtId = PmtDet.ExPmtId WHERE PmtDate <= '2022-04-05' GROUP BY "
+         "PmtDet.ExInvoiId) AS P ON P.ExInvoiId = InInvoiId WHERE P.ExInvoiId IS NULL OR "
+         "InvoiHdr.Balance <> P.T) AS G ON G.K = A.DocOrderID WHERE A.DetDate <= '2022-04-05' AND "
+         "G.K IS NOT NULL"},
+    Trap{"lines of documents that have any",
+         "SELECT A.DocOrderID, A.Balance FROM CustAgingDet AS A LEFT JOIN (SELECT ExInvoiId AS K, "
+         "COUNT(*) AS N FROM InvoiDet GROUP BY ExInvoiId) AS G ON G.K = A.DocOrderID WHERE "
+         "G.K IS NOT NULL"}};
 
 /// Both forms of a statement, run by the engine alone.
 Pair bothForms(const std::shared_ptr<Company>& company, const char* statement) {

@@ -138,6 +138,27 @@ bool isUniqueWithin(const Select& select, const Expression& value, int levels) {
          isKeyWithin(value, *value.source, levels) && Meetings(select, levels).one(*value.source);
 }
 
+/// Whether an index of some table that `value` may come from begins with it.
+bool isIndexedAnywhere(const Expression& value) {
+  if (value.kind != Kind::Column) return false;
+  if (value.source->query == nullptr) return isIndexed(value);
+  return std::ranges::any_of(value.source->query->branches, [&](const Tree::Branch& branch) {
+    return branch.select != nullptr &&
+           isIndexedAnywhere(*branch.select->outputs[value.column].value);
+  });
+}
+
+bool comparesFromBelow(const Expression& comparison) {
+  const auto isCut = [&](std::size_t side, Operator open, Operator closed) {
+    const Operator op = comparison.op;
+    return (op == Operator::Equal || op == open || op == closed) &&
+           isIndexedAnywhere(*comparison.args[side]) &&
+           comparison.args[1 - side]->kind != Kind::Column;
+  };
+  return isCut(0, Operator::Greater, Operator::GreaterEqual) ||
+         isCut(1, Operator::Less, Operator::LessEqual);
+}
+
 void visitSelects(Query& query, bool narrow, const SelectVisitor& visit);
 
 void visitSelects(const From& from, bool narrow, const SelectVisitor& visit) {
@@ -201,6 +222,24 @@ bool isNarrowed(const Select& select) {
     const Expression& b = *condition->args[1];
     return (isKey(a) && isConstant(b)) || (isKey(b) && isConstant(a));
   });
+}
+
+bool isCutFromBelow(const Expression* condition) {
+  if (condition == nullptr) return false;
+  const auto isCut = [](const Expression* part) { return isCutFromBelow(part); };
+  switch (condition->kind) {
+    case Kind::Logic:
+      return condition->op == Operator::And ? std::ranges::any_of(condition->args, isCut)
+                                            : std::ranges::all_of(condition->args, isCut);
+    case Kind::Compare:
+      return comparesFromBelow(*condition);
+    case Kind::Between:
+    case Kind::InList:
+    case Kind::IsNull:
+      return !condition->negated && isIndexedAnywhere(*condition->args[0]);
+    default:
+      return false;
+  }
 }
 
 void forEachSelect(Query& query, const SelectVisitor& visit) { visitSelects(query, false, visit); }

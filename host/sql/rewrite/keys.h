@@ -32,6 +32,11 @@ namespace QuorHost::Sql {
 /// indexed as well, but a value of it may be that of nearly every row.
 [[nodiscard]] bool isNarrowed(const Tree::Select& select);
 
+/// Whether `condition`, which may be null, asks for some values of a column that an index of any of
+/// its tables begins with, or for those above one: rows may then be found faster by it than by
+/// something else. Most rows of a company are older than a date.
+[[nodiscard]] bool isCutFromBelow(const Tree::Expression* condition);
+
 /// What is done with a select of a query, which may be a derived table. `few` says that the select,
 /// or one around it, is narrowed.
 using SelectVisitor = std::function<void(Tree::Query& query, Tree::Select& select, bool few)>;

@@ -30,6 +30,16 @@ struct Wanted {
   std::vector<Expression*> others;
 };
 
+/// A table of keys in front of a query, and the conditions that its keys are many, or few.
+struct Keys {
+  const Source* table;
+  Expression* many;
+  Expression* few;
+};
+
+/// Keys are few up to this part of a table's rows: one in so many.
+constexpr std::int64_t kFewOf = 2;
+
 bool isColumnOf(const Expression& value, const Source& source) {
   return value.kind == Kind::Column && value.source == &source;
 }
@@ -44,47 +54,6 @@ bool isBuilt(const Query* query) {
   const Select* const select = query->branches.size() == 1 ? query->branches[0].select : nullptr;
   return select == nullptr || select->grouped || select->distinct ||
          (select->from != nullptr && select->from->source == nullptr);
-}
-
-/// Whether an index of some table that `value` may come from begins with it.
-bool isIndexedAnywhere(const Expression& value) {
-  if (value.kind != Kind::Column) return false;
-  if (value.source->query == nullptr) return isIndexed(value);
-  return std::ranges::any_of(value.source->query->branches, [&](const Branch& branch) {
-    return branch.select != nullptr &&
-           isIndexedAnywhere(*branch.select->outputs[value.column].value);
-  });
-}
-
-bool comparesFromBelow(const Expression& comparison) {
-  const auto isCut = [&](std::size_t side, Operator open, Operator closed) {
-    const Operator op = comparison.op;
-    return (op == Operator::Equal || op == open || op == closed) &&
-           isIndexedAnywhere(*comparison.args[side]) &&
-           comparison.args[1 - side]->kind != Kind::Column;
-  };
-  return isCut(0, Operator::Greater, Operator::GreaterEqual) ||
-         isCut(1, Operator::Less, Operator::LessEqual);
-}
-
-/// Whether a condition asks for some values of an indexed column, or for those above one: rows may
-/// then be found faster by it than by keys. Most rows of a company are older than a date.
-bool isCutFromBelow(const Expression* condition) {
-  if (condition == nullptr) return false;
-  const auto isCut = [](const Expression* part) { return isCutFromBelow(part); };
-  switch (condition->kind) {
-    case Kind::Logic:
-      return condition->op == Operator::And ? std::ranges::any_of(condition->args, isCut)
-                                            : std::ranges::all_of(condition->args, isCut);
-    case Kind::Compare:
-      return comparesFromBelow(*condition);
-    case Kind::Between:
-    case Kind::InList:
-    case Kind::IsNull:
-      return !condition->negated && isIndexedAnywhere(*condition->args[0]);
-    default:
-      return false;
-  }
 }
 
 /// What a condition says of the column and the key that a left join compares, when it says that the
@@ -150,7 +119,8 @@ class KeyStarter {
   /// What WHERE wants of the union's column that the join compares.
   static std::optional<Wanted> wantedBy(From& join, const Source& first, const Select& select) {
     const Source* const table = join.right->source;
-    if (join.join != JoinKind::Left || table == nullptr || !isBuilt(table->query)) return {};
+    if (join.join != JoinKind::Left || table == nullptr || table->shared != nullptr) return {};
+    if (!isBuilt(table->query)) return {};
     const Expression& condition = *join.condition;
     if (condition.kind != Kind::Compare || condition.op != Operator::Equal) return {};
     const Expression* column = condition.args[0];
@@ -167,57 +137,118 @@ class KeyStarter {
   }
 
   /// Whether any branch can be begun with the keys.
-  bool startBranches(Query& query, const Query& first, const Wanted& wanted) {
-    Source* shared = nullptr;
+  bool startBranches(Query& query, Query& first, const Wanted& wanted) {
+    std::vector<Branch> branches;
+    std::optional<Keys> keys;
     for (const Branch& branch : first.branches) {
       Expression* const value = branch.select->outputs[wanted.column->column].value;
       const bool found = value->kind == Kind::Column && value->source->relation != nullptr &&
                          isWhole(value->type) && isIndexed(*value);
-      if (!found || isCutFromBelow(branch.select->where)) continue;
-      if (shared == nullptr) shared = share(query, *wanted.join->right->source);
-      branch.select->where = both(branch.select->where, isAmong(*value, *shared, wanted), arena_);
+      if (!found || isCutFromBelow(branch.select->where)) {
+        branches.push_back(branch);
+        continue;
+      }
+      if (!keys) keys = shareKeys(query, wanted, *value->source->relation);
+      branches.push_back(under(*branch.select, isAmong(*value, *keys, wanted)));
+      branches.push_back(under(*branch.select, keys->many));
     }
-    return shared != nullptr;
+    if (keys) first.branches = arena_.list(branches);
+    return keys.has_value();
   }
 
-  /// Puts the table in front of the query; `table` from now on reads it there.
-  Source* share(Query& query, Source& table) {
+  Branch under(Select select, Expression* condition) {
+    select.where = both(select.where, condition, arena_);
+    return {.select = arena_.make(select), .all = true};
+  }
+
+  /// Puts the table of keys in front of the query, and whether there are many of them for a table
+  /// with the rows of `relation`.
+  Keys shareKeys(Query& query, const Wanted& wanted, const Relation& relation) {
+    Source& table = *wanted.join->right->source;
+    Source* const keys = share(query, *table.query);
+    table.shared = keys;
+    Source* const rows = arena_.make(Source{.name = relation.name, .relation = &relation});
+    Expression* const part =
+        arena_.make(Expression{.kind = Kind::Arithmetic,
+                               .type = Type::Long,
+                               .op = Operator::DivideWhole,
+                               .args = arena_.list(std::vector{count(rows), literal(kFewOf)})});
+    Expression* const many = compare(Operator::Greater, count(reading(*keys)), part);
+    Source* const answer = reading(*share(query, *selecting("many", many, nullptr)));
+    const auto asked = [&](Operator op) {
+      Expression* const value =
+          arena_.make(Expression{.kind = Kind::Column, .type = Type::Boolean, .source = answer});
+      return compare(op, valueOf(*selecting("many", value, arena_.make(From{.source = answer}))),
+                     literal(0));
+    };
+    return {keys, asked(Operator::NotEqual), asked(Operator::Equal)};
+  }
+
+  Source* share(Query& query, Query& table) {
     // No statement can name a table like that.
     const std::string_view name = arena_.text(":keys " + std::to_string(++shared_));
-    Source* const shared = arena_.make(Source{.name = name, .query = table.query});
-    table.shared = shared;
+    Source* const shared = arena_.make(Source{.name = name, .query = &table});
     std::vector<Source*> all(query.shared.begin(), query.shared.end());
     all.push_back(shared);
     query.shared = arena_.list(all);
     return shared;
   }
 
-  /// value IN (SELECT key FROM shared UNION ALL SELECT constant ...)
-  Expression* isAmong(Expression& value, const Source& shared, const Wanted& wanted) {
-    Source* const reader =
-        arena_.make(Source{.name = shared.name, .query = shared.query, .shared = &shared});
+  Source* reading(const Source& shared) {
+    return arena_.make(Source{.name = shared.name, .query = shared.query, .shared = &shared});
+  }
+
+  /// value IN (SELECT key FROM keys WHERE few UNION ALL SELECT constant WHERE few ...)
+  Expression* isAmong(Expression& value, const Keys& keys, const Wanted& wanted) {
+    Source* const reader = reading(*keys.table);
     Expression key = *wanted.key;
     key.source = reader;
-    std::vector<Branch> branches{selecting(arena_.make(key), arena_.make(From{.source = reader}))};
-    for (Expression* const constant : wanted.others)
-      branches.push_back(selecting(constant, nullptr));
-    Query keys;
-    keys.branches = arena_.list(branches);
-    keys.columns = arena_.list(std::vector{OutputColumn{kKey, key.type}});
+    Query* const list = selecting("key", arena_.make(key), arena_.make(From{.source = reader}));
+    std::vector<Branch> branches{under(*list->branches[0].select, keys.few)};
+    for (Expression* const constant : wanted.others) {
+      branches.push_back(under(*selecting("key", constant, nullptr)->branches[0].select, keys.few));
+    }
+    list->branches = arena_.list(branches);
     return arena_.make(Expression{.kind = Kind::InQuery,
                                   .type = Type::Boolean,
                                   .isCondition = true,
                                   .args = arena_.list(std::vector{&value}),
-                                  .query = arena_.make(keys)});
+                                  .query = list});
   }
 
-  Branch selecting(Expression* value, From* from) {
-    return {.select = arena_.make(
-                Select{.outputs = arena_.list(std::vector{Output{kKey, value}}), .from = from}),
-            .all = true};
+  /// SELECT value AS name FROM from
+  Query* selecting(std::string_view name, Expression* value, From* from) {
+    Select* const select =
+        arena_.make(Select{.outputs = arena_.list(std::vector{Output{name, value}}), .from = from});
+    return arena_.make(Query{.branches = arena_.list(std::vector{Branch{.select = select}}),
+                             .columns = arena_.list(std::vector{OutputColumn{name, value->type}})});
   }
 
-  static constexpr std::string_view kKey = "key";
+  Expression* valueOf(Query& query) {
+    return arena_.make(
+        Expression{.kind = Kind::Query, .type = query.columns[0].type, .query = &query});
+  }
+
+  /// (SELECT COUNT(*) FROM table)
+  Expression* count(Source* table) {
+    Expression* const rows = arena_.make(
+        Expression{.kind = Kind::Aggregate, .type = Type::Long, .function = Function::Count});
+    Query* const query = selecting("rows", rows, arena_.make(From{.source = table}));
+    query->branches[0].select->grouped = true;
+    return valueOf(*query);
+  }
+
+  Expression* literal(std::int64_t number) {
+    return arena_.make(Expression{.kind = Kind::Literal, .type = Type::Long, .integer = number});
+  }
+
+  Expression* compare(Operator op, Expression* a, Expression* b) {
+    return arena_.make(Expression{.kind = Kind::Compare,
+                                  .type = Type::Boolean,
+                                  .op = op,
+                                  .isCondition = true,
+                                  .args = arena_.list(std::vector{a, b})});
+  }
 
   Arena& arena_;
   int shared_ = 0;
