@@ -131,7 +131,8 @@ std::vector<Value> parseArguments(const Target& target, const std::vector<std::s
     std::optional<Value> value =
         isCollection(argument) ? parseCollection(given) : parseValue(given, argument.type.type);
     if (!value) {
-      std::string refusal = name + " cannot be '" + given;
+      std::string refusal = name;
+      refusal.append(" cannot be '").append(given);
       refusal.append("': it takes ").append(typeInWords(argument.type)).append(".");
       refuseArguments(target, refusal);
     }

@@ -220,7 +220,7 @@ TEST_F(Recordsets, LeftLyingOpenTheyKeepNobodyInThePast) {
     for (const Ref<Connection>& resting : {reading, connection}) {
       const Ref<Recordset> rows = open(resting, query);
       cached.push_back(rows);
-      rows->Field(0);
+      static_cast<void>(rows->Field(0));
       const std::int32_t before = sum(connection);
       execute(connection, "INSERT INTO Entry (EntryNo) VALUES (?)", {next});
       for (const Ref<Connection>& asked : {reading, connection}) {
@@ -253,7 +253,7 @@ TEST_F(Recordsets, ALongScanForUpdateGoesOnFromItsOwnMoment) {
   for (std::int32_t i = 1; i <= kMany; ++i, rows->MoveNext()) {
     ASSERT_EQ(rows->Field(0).toLong(), i);
     if (i % 5'000 != 0) continue;
-    rows->SetField("Amnt", std::int32_t{-i});
+    rows->SetField("Amnt", -i);
     rows->Update();
     EXPECT_EQ(rows->Field(1), Value(Currency::fromInteger(-i)));
     EXPECT_EQ(only(connection, "SELECT Amnt FROM Entry WHERE EntryNo = ?", {i}), rows->Field(1));

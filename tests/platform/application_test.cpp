@@ -23,7 +23,7 @@ class Counted : public Application {
 
 class CurrentApplication : public testing::Test {
  protected:
-  ~CurrentApplication() override {
+  void TearDown() override {
     installApplication({});
     installDefaultApplication({});
     setAtThreadEnd(AtThreadEnd::Release);
@@ -48,7 +48,7 @@ TEST_F(CurrentApplication, ThreadsWithoutTheirOwnUseTheDefaultOne) {
   onAnotherThread([&] {
     EXPECT_FALSE(currentApplication() == shared) << "each thread has its own object";
     const Ref<Application> own = make<Counted>(alive);
-    installApplication([own] { return own; });
+    installApplication([&own] { return own; });
     EXPECT_EQ(currentApplication(), own);
     installApplication({});
     EXPECT_FALSE(currentApplication() == own);
