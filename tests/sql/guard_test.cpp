@@ -83,7 +83,8 @@ TEST(Guards, ComeBeforeWhatTheyGuard) {
            {"SELECT A.Id, A.Kind", "SELECT COUNT(*)", "SELECT A.Txt, A.X"}) {
         const auto rows = [&](const std::string& condition) {
           SCOPED_TRACE(condition);
-          return rowsOf(database, list + from + " WHERE " + condition);
+          return rowsOf(database,
+                        std::string(list).append(from).append(" WHERE ").append(condition));
         };
         const std::vector<std::string> expected = rows(choice);
         found += expected.size();
