@@ -11,6 +11,7 @@
 #include "cli/print/value_text.h"
 #include "host/company/company.h"
 #include "host/company/csv/field_text.h"
+#include "sql/component_statements.h"
 
 namespace {
 
@@ -83,6 +84,14 @@ int main(int count, char** arguments) {
       if (relation.kind == QuorHost::Sql::Relation::Kind::Table) {
         writeTable(*store, relation.name, folder);
       }
+    }
+  }
+  {
+    const Seeds statements(folder, "sql_fuzz");
+    std::size_t number = 0;
+    const auto store = QuorHost::openCompany(path, QuorHost::Access::Write);
+    for (const auto& sent : QuorHost::Sql::Testing::componentStatements(store)) {
+      statements.add("statement-" + std::to_string(++number), sent.text);
     }
   }
   fs::remove(path);

@@ -82,17 +82,24 @@ BothForms runBoth(Database& database, const std::string& statement, Dialect dial
   BothForms forms;
   const Translation plain = database.translate(statement, dialect, Rewriting::None);
   const Translation faster = database.translate(statement, dialect);
-  forms.faster = faster.sql;
-  Rows expected = rowsOf(database, plain, values, forms.error);
-  Rows found = rowsOf(database, faster, values, forms.errorFaster);
-  forms.rows = expected.size();
-  if (!forms.error.empty() || !forms.errorFaster.empty()) return forms;
-  const std::vector<std::size_t> keys = sortedColumns(statement, plain);
-  forms.difference = firstDifference(only(expected, keys), only(found, keys));
-  std::ranges::sort(expected);
-  std::ranges::sort(found);
-  if (forms.difference.empty()) forms.difference = firstDifference(expected, found);
+  forms.fasterSql = faster.sql;
+  forms.plain = rowsOf(database, plain, values, forms.plainError);
+  forms.faster = rowsOf(database, faster, values, forms.fasterError);
   return forms;
+}
+
+std::string difference(const BothForms& forms, const std::string& statement,
+                       const Translation& translation) {
+  const std::vector<std::size_t> keys = sortedColumns(statement, translation);
+  std::string found = firstDifference(only(forms.plain, keys), only(forms.faster, keys));
+  if (found.empty()) {
+    Rows plain = forms.plain;
+    Rows faster = forms.faster;
+    std::ranges::sort(plain);
+    std::ranges::sort(faster);
+    found = firstDifference(plain, faster);
+  }
+  return found;
 }
 
 Values markerValues(const Translation& translation) {

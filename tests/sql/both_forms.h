@@ -2,28 +2,31 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "sql/database.h"
 
 namespace QuorHost::Sql::Testing {
 
 struct BothForms {
-  /// Rows of the statement as it is written.
-  std::size_t rows = 0;
-  /// Why the engine does not run it as it is written; empty when it does.
-  std::string error;
-  /// Why it does not run the other form.
-  std::string errorFaster;
-  /// The first of the rows in which the forms differ; empty when there is none.
-  std::string difference;
+  /// The rows of the statement as it is written and of the faster form, each in its order.
+  std::vector<std::string> plain;
+  std::vector<std::string> faster;
+  /// Why the engine does not run the form; empty when it does.
+  std::string plainError;
+  std::string fasterError;
   /// The engine's SQL of the faster form.
-  std::string faster;
+  std::string fasterSql;
 };
 
-/// Runs a query in both forms. Rows are compared as they come in the columns that its last ORDER BY
-/// names, and without regard to their order otherwise.
+/// Runs a query in both forms.
 [[nodiscard]] BothForms runBoth(Database& database, const std::string& statement, Dialect dialect,
                                 const Values& values);
+
+/// Where the rows of the forms differ first, or empty: rows are compared as they come in the
+/// columns that the statement's last ORDER BY names, and without regard to their order otherwise.
+[[nodiscard]] std::string difference(const BothForms& forms, const std::string& statement,
+                                     const Translation& translation);
 
 /// A value for each marker that some rows may have.
 [[nodiscard]] Values markerValues(const Translation& translation);

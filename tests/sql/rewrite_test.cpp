@@ -14,12 +14,13 @@ namespace {
 
 /// Rows found, to see that there was something to compare.
 std::size_t compare(Database& database, const std::string& statement, Dialect dialect) {
-  const Values values = markerValues(database.translate(statement, dialect));
-  const BothForms forms = runBoth(database, statement, dialect, values);
+  const Translation translation = database.translate(statement, dialect);
+  const BothForms forms = runBoth(database, statement, dialect, markerValues(translation));
   // A text that is compared with a number is none.
-  if (!forms.error.empty()) return 0;
-  EXPECT_EQ(forms.errorFaster + forms.difference, "") << statement << "\n" << forms.faster;
-  return forms.rows;
+  if (!forms.plainError.empty()) return 0;
+  EXPECT_EQ(forms.fasterError + difference(forms, statement, translation), "") << statement << "\n"
+                                                                               << forms.fasterSql;
+  return forms.plain.size();
 }
 
 class FasterForm : public testing::TestWithParam<unsigned> {};
