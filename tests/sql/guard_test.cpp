@@ -123,6 +123,10 @@ TEST(Guards, MayBeConditionsOfJoins) {
                      "SELECT Kind FROM T WHERE Kind IS NOT NULL GROUP BY Kind HAVING "
                      "MIN(X) > 0 AND 4 / MIN(X) > 1"),
               ElementsAre("2"));
+  EXPECT_THAT(rowsOf(database,
+                     "SELECT Id FROM T WHERE X > 0 AND EXISTS (SELECT 1 AS One FROM Both "
+                     "WHERE 2 / T.X > 1)"),
+              ElementsAre("4"));
 }
 
 // An account is looked up by the greatest number among those that are numbers.

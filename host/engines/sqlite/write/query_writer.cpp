@@ -149,7 +149,10 @@ void QueryWriter::writeApart(const Select& select, const Apart& apart, Keys keys
 
 void QueryWriter::writeInside(const From& from, const Apart& apart) {
   const SqlText::Held held(sql_, kInFrom);
-  std::string_view separator = "SELECT ";
+  sql_.add("SELECT ");
+  // Outside, every column may be that of a select around both.
+  if (apart.columns.empty()) sql_.add("1");
+  std::string_view separator;
   for (std::size_t i = 0; i < apart.columns.size(); ++i) {
     sql_.add(separator);
     ExpressionWriter(sql_).write(*apart.columns[i]);
