@@ -170,7 +170,10 @@ TEST_F(Check, TellsWhatItFindsInWhateverIsLeftOfAFile) {
   int checked = 0;
   for (int turn = 0; turn < 60; ++turn) {
     std::string bytes = sound;
-    for (int i = 0; i < 4; ++i) bytes[200 + random() % (bytes.size() - 200)] ^= 1 << random() % 8;
+    for (int i = 0; i < 4; ++i) {
+      char& byte = bytes[200 + random() % (bytes.size() - 200)];
+      byte = static_cast<char>(byte ^ (1 << random() % 8));
+    }
     std::ofstream(path_, std::ios::binary) << bytes;
     std::vector<std::string> findings;
     const std::string refusal = failure([&] { findings = findingsInFile(); });

@@ -158,8 +158,7 @@ TEST_P(SampleBooks, ShowWhatATradingBusinessHas) {
       "PurcOpenExpectedRec_View WHERE QtyExpected > 0",
       "GLDet WHERE ExProjId > 0 AND Source = 'INV' AND ExAcctId = 1310",
       "GLDet WHERE ExProjId > 0 AND Source = 'PAY'",
-      "TrxPayDetails INNER JOIN PayCode ON PayCode.InPayCodeId = TrxPayDetails.ExPayCodeId WHERE "
-      "PayCodeType = 4 AND ExProjId > 0",
+      "TrxPayDetails, PayCode WHERE InPayCodeId = ExPayCodeId AND PayCodeType = 4 AND ExProjId > 0",
       "TrxPay WHERE Canceled <> 0",
       "DepHdr WHERE SalesAmnt > 0",
       "GJTrxHdr WHERE SalesAmnt > 0",

@@ -320,8 +320,8 @@ class LateHost : public QuorDataLib::Application,
   Ref<QuorDataLib::SettingsReader> SettingsReader() override { return inner_->SettingsReader(); }
   Ref<QuorDataLib::Utility> Utility() override { return inner_->Utility(); }
   Ref<Object> Find(const std::string& name, const ClassInfo* wanted) override {
-    const Ref<Object> found = inner_->Registry()->Find(name, nullptr);
     if (wrong) return inner_->Utility();
+    Ref<Object> found = inner_->Registry()->Find(name, nullptr);
     if (wanted == &QuorCastriaFoundation::CCastriaHelper::info()) return make<LateHelper>(found);
     return found;
   }
