@@ -91,7 +91,8 @@ class Store : public std::enable_shared_from_this<Store> {
   virtual void define(std::string_view statement) = 0;
 
   /// Makes `table` anew as `statement`, a `CREATE TABLE` of that name, has it. Its rows keep what
-  /// they have in the columns that both have, and its indexes stay. No table may refer to it.
+  /// they have in the columns that both have, and its indexes stay. No table may refer to it,
+  /// unless it only gains one column, its last, which may be null.
   virtual void redefine(std::string_view table, std::string_view statement) = 0;
 
   [[nodiscard]] virtual std::unique_ptr<Transaction> begin() = 0;
@@ -142,7 +143,7 @@ enum class Durability : std::uint8_t {
 
 /// Version of the company schema that this build makes, and the newest that it reads. A file
 /// without a version (0) opens, too: it holds whatever `define` made in it.
-inline constexpr int kNewestSchemaVersion = 4;
+inline constexpr int kNewestSchemaVersion = 6;
 
 /// Opens the company file at `path`. One whose texts are in the order of another system is sorted
 /// anew, in place for writing and in a copy for reading. Raises 75 with a message that says what to

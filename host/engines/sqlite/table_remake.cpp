@@ -1,6 +1,8 @@
 #include "host/engines/sqlite/table_remake.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/engines/sqlite/engine_error.h"
@@ -43,6 +45,40 @@ std::vector<std::string> indexesOf(Database& database, std::string_view table) {
   return indexes;
 }
 
+std::string storedText(Database& database, std::string_view table) {
+  Statement query(database.handle(),
+                  "SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = ?1");
+  bindValue(query, 1, QuorDataLib::Value(table), Sql::Type::Text, Lifetime::Copied);
+  return query.step() ? std::string(cellOf(query, 0).text) : std::string();
+}
+
+/// The one column that `after` has behind those of `before`, as it is defined there; empty when
+/// that is not all in which they differ.
+std::string addedColumn(std::string_view before, std::string_view after) {
+  constexpr std::string_view kComma = ", ";
+  if (after.size() <= before.size() + kComma.size()) return {};
+  auto start = static_cast<std::size_t>(std::ranges::mismatch(before, after).in1 - before.begin());
+  // A comma may part the columns from what stands behind them, too.
+  if (before.substr(0, start).ends_with(kComma)) start -= kComma.size();
+  const std::string column(after.substr(start, after.size() - before.size()));
+  const std::string whole =
+      std::string(before.substr(0, start)) + column + std::string(before.substr(start));
+  return column.starts_with(kComma) && whole == after ? column.substr(kComma.size())
+                                                      : std::string();
+}
+
+/// Adds the one column that the table gains, which leaves everything that refers to it alone.
+/// Whether that was all.
+bool grow(Database& database, const Sql::Relation& before, const Sql::Translation& definition,
+          std::string_view statement) {
+  if (definition.created.columns.size() != before.columns.size() + 1) return false;
+  const std::string column = addedColumn(storedText(database, before.name), definition.sql);
+  if (column.empty()) return false;
+  database.run("ALTER TABLE main.\"" + before.name + "\" ADD COLUMN " + column);
+  replaceDefinition(database, before.name, statement);
+  return true;
+}
+
 void remake(Database& database, const Sql::Relation& before, const Sql::Translation& definition,
             std::string_view statement) {
   const std::string columns = sharedColumns(before, definition.created);
@@ -74,7 +110,9 @@ void remakeTable(Database& database, const Sql::Catalogue& catalogue, std::strin
   }
   database.run("SAVEPOINT Remake");
   try {
-    remake(database, *before, definition, statement);
+    if (!grow(database, *before, definition, statement)) {
+      remake(database, *before, definition, statement);
+    }
   } catch (...) {
     database.rollBackTo("Remake");
     throw;
