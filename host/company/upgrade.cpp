@@ -89,10 +89,21 @@ constexpr auto kAdditions = std::to_array<Change>({
     {4, "AssemblyDetByItem"},
     {4, "WarehouseTransDetByHdr"},
     {4, "WarehouseTransDetByItem"},
+    {6, "Term"},
+    {6, "TermDet"},
+    {6, "TrxRec"},
+    {6, "ProjBudgets"},
+    {6, "ProjSales_View"},
+    {6, "ProjPurchases_View"},
+    {6, "TermDetByTerm"},
+    {6, "ProjBudgetsByProj"},
+    {6, "PurcDetByProj"},
 });
 
-/// Tables that version 1 had with fewer columns. No other table may refer to one.
-constexpr auto kGrowths = std::to_array<Change>({{4, "Item"}, {4, "InvoiDet"}, {4, "PurcDet"}});
+/// Tables that version 1 had with fewer columns. Where another table refers to one, a version may
+/// only add a column at its end.
+constexpr auto kGrowths = std::to_array<Change>(
+    {{4, "Item"}, {4, "InvoiDet"}, {4, "PurcDet"}, {6, "InvoiHdr"}, {6, "PurcHdr"}});
 
 bool isNewSince(std::span<const Change> changes, int version, std::string_view name) {
   return std::ranges::any_of(changes, [&](const Change& change) {

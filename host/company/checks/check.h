@@ -28,10 +28,13 @@ struct Check {
 [[nodiscard]] std::span<const Check> receivablesChecks();
 [[nodiscard]] std::span<const Check> payablesChecks();
 [[nodiscard]] std::span<const Check> inventoryChecks();
+[[nodiscard]] std::span<const Check> termChecks();
+[[nodiscard]] std::span<const Check> projectChecks();
 
 /// All areas, in the order in which they are checked.
 inline constexpr std::span<const Check> (*kCheckedAreas[])() = {
-    companyChecks, ledgerChecks, receivablesChecks, payablesChecks, inventoryChecks,
+    companyChecks,   ledgerChecks, receivablesChecks, payablesChecks,
+    inventoryChecks, termChecks,   projectChecks,
 };
 
 }  // namespace QuorHost

@@ -12,6 +12,16 @@ using QuorDataLib::Value;
 
 constexpr Cents kDollars = 100;
 
+/// The entries of a month's end that have schedules, and the day from which nobody has made the one
+/// that is late.
+enum ScheduledEntry : std::uint8_t {
+  kRentEntry,
+  kInsuranceEntry,
+  kDepreciationEntry,
+  kPalletsEntry
+};
+constexpr int kNoDepreciationFrom = kDays - 50;
+
 void writeLists(Store& store) {
   Table methods(store, "PmtMeth", {"InPmtMethId", "Descr", "ExGLAcctId"});
   methods.add({1, "Chèque / Cheque", Acct::kHomeBank});
@@ -41,8 +51,8 @@ Journal::Journal(Store& store, Ledger& ledger)
           {"InGJTrxId", "TrxNo", "TrxDate", "Descr", "SalesAmnt", "ExchangeRate", "ExCurrencyId"}),
       lines_(store, "GJTrxDet", {"ExGJTrxId", "ExGLAcctId", "Amount"}) {}
 
-void Journal::enter(int day, std::string_view description, std::initializer_list<Line> lines,
-                    Cents sales) {
+std::int32_t Journal::enter(int day, std::string_view description,
+                            std::initializer_list<Line> lines, Cents sales) {
   ++last_;
   const std::string number = "GJ" + std::to_string(last_);
   entries_.add({last_, number, dateOf(day), description, sales == 0 ? Value::null() : money(sales),
@@ -54,6 +64,7 @@ void Journal::enter(int day, std::string_view description, std::initializer_list
     ledger_.line(line.account, line.amount);
   }
   ledger_.end();
+  return last_;
 }
 
 Banking::Banking(Store& store, Ledger& ledger, const Rates& rates, std::int32_t scale)
@@ -72,6 +83,15 @@ Banking::Banking(Store& store, Ledger& ledger, const Rates& rates, std::int32_t 
              {"InTaxTrxId", "TrxDate", "DateFrom", "DateTo", "PayTo", "ChqNo", "ChqAmnt",
               "ExGLAcctId"}) {
   writeLists(store);
+  constexpr int kFirstMonthEnd = 29;
+  constexpr int kByHandFrom = 730;  // the second year's end
+  const auto add = [&](std::int32_t frequency, int last = kDays + 3'000) {
+    schedules_.emplace_back(ScheduleKind::Entry, frequency, kFirstMonthEnd, last, kDays);
+  };
+  add(QuorDataLib::Frequency::kMonthly);
+  add(QuorDataLib::Frequency::kMonthly, kByHandFrom);
+  add(QuorDataLib::Frequency::kMonthly);
+  add(QuorDataLib::Frequency::kQuarterly);
 }
 
 void Banking::day(int day) {
@@ -94,9 +114,15 @@ void Banking::found() {
 /// The entries of a month's end: rent, insurance, the loan, depreciation.
 void Banking::closeMonth(int day) {
   const Cents rent = 1'800 * kDollars + (scale_ * 200 * kDollars);
-  journal_.enter(day, "Loyer", {{Acct::kRent, rent}, {Acct::kHomeBank, -rent}});
+  const auto scheduled = [&](ScheduledEntry entry, std::int32_t key) {
+    schedules_.at(entry).ran(day, key);
+  };
+  scheduled(kRentEntry,
+            journal_.enter(day, "Loyer", {{Acct::kRent, rent}, {Acct::kHomeBank, -rent}}));
   const Cents premium = 240 * kDollars + (scale_ * 60 * kDollars);
-  journal_.enter(day, "Insurance", {{Acct::kInsurance, premium}, {Acct::kHomeBank, -premium}});
+  scheduled(
+      kInsuranceEntry,
+      journal_.enter(day, "Insurance", {{Acct::kInsurance, premium}, {Acct::kHomeBank, -premium}}));
   // Repaid over eight years, at 6 % on what is left.
   const Cents repaid = scale_ * 41'667;
   const Cents interest = share(-ledger_.balance(Acct::kLoan), 5, 1'000);
@@ -104,13 +130,18 @@ void Banking::closeMonth(int day) {
       day, "Remboursement de l'emprunt",
       {{Acct::kLoan, repaid}, {Acct::kInterest, interest}, {Acct::kHomeBank, -repaid - interest}});
   const Cents worn = scale_ * 60'000;
-  journal_.enter(day, "Depreciation", {{Acct::kDepreciation, worn}, {Acct::kDepreciated, -worn}});
+  if (day < kNoDepreciationFrom) {
+    scheduled(kDepreciationEntry,
+              journal_.enter(day, "Depreciation",
+                             {{Acct::kDepreciation, worn}, {Acct::kDepreciated, -worn}}));
+  }
   const int month = dateOf(day).civil().month;
   if (month % 3 == 0) {
     // Old pallets, for cash.
     const Cents pallets = scale_ * 85 * kDollars;
-    journal_.enter(day, "Vente de palettes / Pallets sold",
-                   {{Acct::kTill, pallets}, {Acct::kSundryIncome, -pallets}}, pallets);
+    scheduled(kPalletsEntry,
+              journal_.enter(day, "Vente de palettes / Pallets sold",
+                             {{Acct::kTill, pallets}, {Acct::kSundryIncome, -pallets}}, pallets));
   }
   // Taxes of a quarter are remitted the month after it.
   if (month % 3 == 1) remitTaxes(day);

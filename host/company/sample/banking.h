@@ -6,9 +6,11 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/company/sample/ledger.h"
 #include "host/company/sample/money.h"
+#include "host/company/sample/plans/schedules.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {
@@ -24,9 +26,9 @@ class Journal {
   };
 
   /// Writes an entry whose lines add up to zero, in home currency. `sales` is what it adds to the
-  /// sales of its day.
-  void enter(int day, std::string_view description, std::initializer_list<Line> lines,
-             Cents sales = 0);
+  /// sales of its day. Returns the entry's key.
+  std::int32_t enter(int day, std::string_view description, std::initializer_list<Line> lines,
+                     Cents sales = 0);
 
  private:
   Ledger& ledger_;
@@ -42,6 +44,9 @@ class Banking {
 
   /// What happens on a day.
   void day(int day);
+
+  /// The schedules of the entries that are made every month's end.
+  [[nodiscard]] const std::vector<Schedule>& schedules() const noexcept { return schedules_; }
 
  private:
   void found();
@@ -59,6 +64,7 @@ class Banking {
   Table depositLines_;
   Table transfers_;
   Table taxes_;
+  std::vector<Schedule> schedules_;
   std::int32_t lastDeposit_ = 0;
   std::int32_t lastTransfer_ = 0;
   std::int32_t lastTax_ = 0;

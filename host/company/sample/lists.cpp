@@ -22,7 +22,7 @@ struct Project {
   int firstDay;
   int lastDay;  // past the sample's last day for one that goes on
 };
-constexpr std::array<Project, kProjects> kProjectList{{
+constexpr std::array<Project, kAllProjects> kProjectList{{
     {"P22-01", "École Saint-Jean-Baptiste, agrandissement", 20, 420},
     {"P22-02", "Harbourfront condominiums, phase 1", 60, 560},
     {"P22-03", "Réfection de la toiture de l'aréna", 150, 330},
@@ -31,6 +31,8 @@ constexpr std::array<Project, kProjects> kProjectList{{
     {"P24-01", "Riverside Public Library", 700, kDays + 100},
     {"P24-02", "Coopérative d'habitation Le Carrefour", 760, kDays + 100},
     {"P24-03", "Fire hall no. 6", 900, kDays + 100},
+    {"P23-90", "Nouvel entrepôt, aménagement / New warehouse", 480, kDays + 100},
+    {"P23-91", "Licences et redevances / Licence fees", 400, 1'020},
 }};
 
 struct SegmentName {
@@ -61,6 +63,11 @@ void writeFiscalYears(Store& store) {
 bool projectRuns(std::int32_t project, int day) {
   const Project& each = kProjectList.at(static_cast<std::size_t>(project) - 1);
   return day >= each.firstDay && day <= each.lastDay;
+}
+
+bool projectRunsWithin(std::int32_t project, Date from, Date to) {
+  const Project& each = kProjectList.at(static_cast<std::size_t>(project) - 1);
+  return dateOf(each.firstDay) <= to && dateOf(each.lastDay) >= from;
 }
 
 void writeLists(Store& store, Chart chart) {

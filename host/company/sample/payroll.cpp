@@ -53,6 +53,7 @@ constexpr std::int64_t kWhole = 100'000;
 constexpr int kPayDays = 14;
 constexpr int kFirstPayDay = 6;  // a Thursday
 constexpr int kRemittanceDay = 15;
+constexpr std::int32_t kHoursOnOwnProject = 18;
 
 }  // namespace
 
@@ -125,6 +126,9 @@ void Payroll::pay(const Employee& employee, int day) {
     const std::int32_t spent = random_.between(8, 40);
     hours.push_back({kRegular, spent, employee.rate, project});
     regular -= spent;
+  } else if (employee.id % 2 == 0 && day / kPayDays % 3 == 0 && projectRuns(kOwnProject, day)) {
+    hours.push_back({kRegular, kHoursOnOwnProject, employee.rate, kOwnProject});
+    regular -= kHoursOnOwnProject;
   }
   hours.push_back({kRegular, regular, employee.rate, 0});
   if (random_.chance(120)) {

@@ -6,10 +6,13 @@
 #include "host/company/sample/calendar.h"
 #include "host/company/sample/lists.h"
 #include "host/company/sample/payroll.h"
+#include "host/company/sample/plans/project_budgets.h"
+#include "host/company/sample/plans/schedules.h"
 #include "host/company/sample/stock/items.h"
 #include "host/company/sample/stock/stock_room.h"
 #include "host/company/sample/trade/payables.h"
 #include "host/company/sample/trade/receivables.h"
+#include "host/company/sample/trade/terms.h"
 
 namespace QuorHost::Sample {
 
@@ -24,7 +27,9 @@ void writeSample(Store& store, const CreateOptions& options, const Progress& pro
   const std::int32_t scale = options.scale;
   writeLists(store, options.chart);
   writeAccounts(store, options.chart);
+  writeTerms(store);
   writeBudgets(store, scale);
+  writeProjectBudgets(store, scale);
   writeItems(store);
   const Rates rates(random.next());
   std::vector<Party> customers = writeCustomers(store, random.fork(), 40 + 20 * scale);
@@ -48,6 +53,7 @@ void writeSample(Store& store, const CreateOptions& options, const Progress& pro
     banking.day(day);
     if (progress && day % kProgressDays == 0) progress("writing the sample", day, kDays);
   }
+  writeSchedules(store, {&receivables.schedules(), &payables.schedules(), &banking.schedules()});
   if (progress) progress("writing the sample", kDays, kDays);
 }
 

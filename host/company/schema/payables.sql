@@ -45,7 +45,8 @@ CREATE TABLE Supp (
 -- applied to them; all others are payables, credit notes (`PurcCredit` set) with negative amounts.
 -- `PaidAmnt` was paid with the document itself, from `PaidExGLAcctId`; `Balance` = `TotAmnt` -
 -- `PaidAmnt`. `POrderStatus`: 1 goods are expected, 2 all came, 3 cancelled. `ReqDate` is when they
--- are expected, `OriginalRefNo` the supplier's own number of the document.
+-- are expected, `OriginalRefNo` the supplier's own number of the document, `ExTermId` the term that
+-- `DueDate` follows from.
 CREATE TABLE PurcHdr (
   InPurcId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
   DocNo VARCHAR(20),
@@ -67,7 +68,8 @@ CREATE TABLE PurcHdr (
   BalanceHome MONEY,
   ExchangeRate FLOAT,
   ExCurrencyId INT,
-  ExDocSegmentId INT
+  ExDocSegmentId INT,
+  ExTermId INT
 );
 
 -- Lines of suppliers' documents. `ExPODetId` is the line of the order that a reception's line

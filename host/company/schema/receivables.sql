@@ -53,16 +53,17 @@ CREATE TABLE Cust (
   ExCurrencyId INT
 );
 
--- Customers' documents. `InvoiType`: 1 invoice of goods, 2 counter sale, 3 invoice of services on a
--- project, 4 adjustment (a credit note, negative, or a debit note, positive), 51 order. All but the
--- order are receivables.
+-- Customers' documents. `InvoiType`: 1 invoice of goods, 2 counter sale, 3 invoice of services, most
+-- of them on a project, 4 adjustment (a credit note, negative, or a debit note, positive), 51 order.
+-- All but the order are receivables.
 -- `TotAmnt` = `DetAmnt` + `ShipAmnt` + `TaxAmnt`. `RecAmnt` was received with the document itself,
 -- into `RecExGLAcctId`. `Balance` is what the document leaves to be paid, `TotAmnt` - `RecAmnt`,
 -- and stays so: payments never reduce it. `BalanceHome` is the same in home currency; where it is
 -- missing, the views convert at `ExchangeRate`, and a missing or zero rate counts as 1.
 -- `ExDocSegmentId` is the document's segment; it is not called `ExSegmentId`, nor is there an
 -- `ExProjId`, because statements that join this table with the ledger name those columns bare.
--- `ExOrderId` is the order that the document delivers.
+-- `ExOrderId` is the order that the document delivers, `ExTermId` the term that `DueDate` follows
+-- from: the customer's own at the time, or another one that was agreed on.
 -- Documents and payments of customers share one numbering, so that a key tells which one it is.
 CREATE TABLE InvoiHdr (
   InInvoiId INT NOT NULL IDENTITY(1,1) PRIMARY KEY,
@@ -82,7 +83,8 @@ CREATE TABLE InvoiHdr (
   ExchangeRate FLOAT,
   ExCurrencyId INT,
   ExDocSegmentId INT,
-  ExOrderId INT REFERENCES InvoiHdr (InInvoiId)
+  ExOrderId INT REFERENCES InvoiHdr (InInvoiId),
+  ExTermId INT
 );
 
 -- Lines of customers' documents, in sale units. `ExOrderDetId` is the order's line that an invoice's

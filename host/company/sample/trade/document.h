@@ -65,6 +65,8 @@ struct Document {
   const Party* party = nullptr;
   int day = 0;
   std::int32_t project = 0;
+  /// Its payment term.
+  std::int32_t term = 0;
   /// Income or expense account of the lines.
   std::int32_t account = 0;
   std::vector<DocumentLine> lines;

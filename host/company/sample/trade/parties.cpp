@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/company/sample/calendar.h"
+#include "host/company/sample/trade/terms.h"
 #include "host/company/table.h"
 
 namespace QuorHost::Sample {
@@ -12,20 +13,11 @@ namespace {
 
 using QuorDataLib::Value;
 
-/// Terms of payment by key: net days, and the discount for early payment.
-struct Term {
-  std::int32_t id;
-  int days;
-  int discountPerMille;
-};
-constexpr std::array<Term, 4> kTerms{{{1, 30, 0}, {2, 30, 20}, {3, 15, 0}, {4, 60, 10}}};
-
 Value textOrNull(const std::string& text) { return text.empty() ? Value::null() : Value(text); }
 
-Habits makeHabits(Random& random, const Term& term) {
+Habits makeHabits(Random& random, const SampleTerm& term) {
   Habits habits;
-  habits.termDays = term.days;
-  habits.discountPerMille = term.discountPerMille;
+  habits.term = term.id;
   habits.takesDiscounts = term.discountPerMille > 0 && random.chance(600);
   constexpr std::array<int, 8> kLateness = {0, 0, 0, 3, 5, 10, 25, 60};
   habits.lateness = habits.takesDiscounts ? 0 : random.pick(std::span(kLateness));
@@ -39,7 +31,7 @@ Habits makeHabits(Random& random, const Term& term) {
 }
 
 /// A party of a currency: the row's identity, and what the trade needs.
-Party makeParty(Random& random, std::int32_t id, std::int32_t currencyId, const Term& term,
+Party makeParty(Random& random, std::int32_t id, std::int32_t currencyId, const SampleTerm& term,
                 const Identity& who, const Region& region) {
   Party party;
   party.id = id;
@@ -94,7 +86,7 @@ std::vector<Party> writeCustomers(Store& store, Random random, std::int32_t coun
     const Region& region = pickRegion(random, currencyId);
     Identity who = makeIdentity(random, region);
     if (index == kNamesake) who.name = parties.back().name;
-    const Term& term = random.pick(std::span(kTerms));
+    const SampleTerm& term = pickTerm(random);
     Party party = makeParty(random, id, currencyId, term, who, region);
     const bool inactive = index % 17 == 16;
     if (inactive) party.activeUntil = random.between(kDays / 4, kDays - 90);
@@ -189,7 +181,7 @@ std::vector<Party> writeSuppliers(Store& store, Random random, std::int32_t coun
     const Region& region = pickRegion(random, currencyId);
     Identity who = makeIdentity(random, region);
     if (index == kNamesake) who.name = parties.back().name;
-    const Term& term = random.pick(std::span(kTerms));
+    const SampleTerm& term = pickTerm(random);
     Party party = makeParty(random, id, currencyId, term, who, region);
     // The company pays its suppliers in time.
     party.habits.lateness = std::min(party.habits.lateness, 5);

@@ -14,10 +14,8 @@ namespace QuorHost::Sample {
 
 /// How a party pays, or is paid.
 struct Habits {
-  int termDays = 30;
-  /// Discount for early payment, in thousandths of the net amount; 0 for none.
-  int discountPerMille = 0;
-  int discountDays = 10;
+  /// The term that documents have unless another one is agreed on.
+  std::int32_t term = 1;
   bool takesDiscounts = false;
   /// Days after the due date on which documents are paid at the earliest.
   int lateness = 0;

@@ -4,6 +4,7 @@
 
 #include "host/company/sample/lists.h"
 #include "host/company/sample/stock/stock_trade.h"
+#include "host/company/sample/trade/terms.h"
 
 namespace QuorHost::Sample {
 
@@ -57,15 +58,18 @@ Payables::Payables(Store& store, Ledger& ledger, Stock& stock, StockRoom& stockR
                   "PurcDate",       "DueDate",  "ReqDate",     "POrderStatus", "OriginalRefNo",
                   "DetAmnt",        "ShipAmnt", "TaxAmnt",     "TotAmnt",      "PaidAmnt",
                   "PaidExGLAcctId", "Balance",  "BalanceHome", "ExchangeRate", "ExCurrencyId",
-                  "ExDocSegmentId"}),
+                  "ExDocSegmentId", "ExTermId"}),
       lines_(store, "PurcDet",
              {"InPurcDetId", "ExPurcId", "ExItemId", "Qty", "UnitPrice", "LineAmnt", "ExPurcAcctId",
               "ExProjId", "ExSegmentId", "ExPODetId", "ExRecId", "ExRecDetId", "ExWarehouseId"}),
       settlements_(paymentTable(store), paymentLineTable(store), ledger, rates, kPayablesSide,
                    kSupplierOddities, numbering_, random_.fork(), suppliers_.size()),
-      awaited_(kDays) {}
+      awaited_(kDays) {
+  makeAgreements(4 + static_cast<std::int32_t>(purchases / 400));
+}
 
 void Payables::day(int day) {
+  runAgreements(day);
   for (const Awaited& awaited : std::exchange(awaited_[static_cast<std::size_t>(day)], {})) {
     awaited.received.empty() ? receive(awaited, day) : invoice(awaited, day);
   }
@@ -111,6 +115,7 @@ Document Payables::begin(std::int32_t type, const Party& supplier, int day) {
   document.type = type;
   document.party = &supplier;
   document.day = day;
+  document.term = supplier.habits.term;
   document.account = Acct::kGoodsReceived;
   switch (type) {
     case DocType::kOrder:
@@ -141,7 +146,7 @@ void Payables::write(Document& document, const Origin& origin, const OrderState&
                   document.total < 0,
                   supplier.id,
                   dateOf(document.day),
-                  dateOf(document.day + supplier.habits.termDays),
+                  dueDateOf(document.term, document.day),
                   state.requiredDay < 0 ? Value::null() : Value(dateOf(state.requiredDay)),
                   keyOrNull(state.status),
                   payable(document) ? Value(document.number) : Value::null(),
@@ -155,7 +160,8 @@ void Payables::write(Document& document, const Origin& origin, const OrderState&
                   money(document.balanceHome()),
                   rateValue(supplier, document.rate),
                   currencyValue(supplier),
-                  segment});
+                  segment,
+                  document.term});
   document.firstLine = lastLine_ + 1;
   const bool ofGoods = document.account == Acct::kGoodsReceived;
   std::int32_t position = 0;
@@ -217,6 +223,30 @@ void Payables::buy(int day) {
   }
   ++bought_;
   if (document.type == DocType::kGoods && random_.chance(40)) returnGoods(document, day);
+}
+
+/// What suppliers at home bill as agreed: cleaning, telephone, leases.
+void Payables::makeAgreements(std::int32_t count) {
+  schedules_ = makeSchedules(ScheduleKind::Bill, count);
+  while (agreements_.size() < schedules_.size()) {
+    const Party& supplier = suppliers_[static_cast<std::size_t>(
+        random_.below(static_cast<std::int32_t>(suppliers_.size())))];
+    if (supplier.foreign() || supplier.activeUntil < kDays) continue;
+    agreements_.push_back({&supplier, Cents{500} * random_.between(12, 90)});
+  }
+}
+
+void Payables::runAgreements(int day) {
+  for (std::size_t index = 0; index < schedules_.size(); ++index) {
+    if (!schedules_[index].runsOn(day)) continue;
+    Document bill = begin(DocType::kExpense, *agreements_[index].supplier, day);
+    bill.account = Acct::kSupplies;
+    bill.lines = {{0, 1, agreements_[index].amount}};
+    finish(bill);
+    write(bill, {}, {});
+    owe(bill);
+    schedules_[index].ran(day, bill.id);
+  }
 }
 
 /// Sends part of a purchase back for a credit note.

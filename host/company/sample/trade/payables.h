@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/company/sample/calendar.h"
+#include "host/company/sample/plans/schedules.h"
 #include "host/company/sample/stock/items.h"
 #include "host/company/sample/stock/stock_room.h"
 #include "host/company/sample/trade/document.h"
@@ -23,7 +24,15 @@ class Payables {
   /// What happens on a day.
   void day(int day);
 
+  /// The schedules of the agreements with suppliers.
+  [[nodiscard]] const std::vector<Schedule>& schedules() const noexcept { return schedules_; }
+
  private:
+  /// What a supplier bills again and again, by the schedule of the same place.
+  struct Agreement {
+    const Party* supplier;
+    Cents amount;
+  };
   /// Where each line of a document came from: the first line of an order, or the reception and its
   /// first line.
   struct Origin {
@@ -55,6 +64,8 @@ class Payables {
   Document begin(std::int32_t type, const Party& supplier, int day);
   void finish(Document& document);
   void owe(Document& document);
+  void makeAgreements(std::int32_t count);
+  void runAgreements(int day);
   /// Writes a document, and notes the key of its first line; the others follow it.
   void write(Document& document, const Origin& origin, const OrderState& state);
 
@@ -70,6 +81,8 @@ class Payables {
   Table lines_;
   Settlements settlements_;
   std::vector<std::vector<Awaited>> awaited_;  // by day
+  std::vector<Agreement> agreements_;
+  std::vector<Schedule> schedules_;
   std::int64_t bought_ = 0;
   std::int32_t lastLine_ = 0;
   std::int32_t orders_ = 0;

@@ -4,6 +4,7 @@
 
 #include "host/company/sample/lists.h"
 #include "host/company/sample/stock/stock_trade.h"
+#include "host/company/sample/trade/terms.h"
 
 namespace QuorHost::Sample {
 
@@ -14,6 +15,12 @@ using QuorDataLib::Currency;
 constexpr Oddities kCustomerOddities{
     .partial = 45, .overpaid = 25, .creditUsed = 300, .refunded = 200};
 constexpr Cents kReturnedChequeFee = 4'500;
+
+/// Whether goods sold in the last winter are to be paid in spring. Chance is the document's own.
+bool isBooked(const Document& document) {
+  constexpr int kBookedFrom = kDays - 75;
+  return document.day >= kBookedFrom && Random(static_cast<std::uint64_t>(document.id)).chance(80);
+}
 
 Table receiptTable(Store& store) {
   return {store,
@@ -41,15 +48,18 @@ Receivables::Receivables(Store& store, Ledger& ledger, Stock& stock, const Rates
           store, "InvoiHdr",
           {"InInvoiId", "InvoiId", "InvoiType", "ExCustId", "InvoiDate", "DueDate", "DetAmnt",
            "ShipAmnt", "TaxAmnt", "TotAmnt", "RecAmnt", "RecExGLAcctId", "Balance", "BalanceHome",
-           "ExchangeRate", "ExCurrencyId", "ExDocSegmentId", "ExOrderId"}),
+           "ExchangeRate", "ExCurrencyId", "ExDocSegmentId", "ExOrderId", "ExTermId"}),
       lines_(store, "InvoiDet",
              {"InInvoiDetId", "ExInvoiId", "ExItemId", "Qty", "UnitPrice", "LineAmnt",
               "ExSaleAcctId", "ExProjId", "ExSegmentId", "ExWarehouseId", "ExOrderDetId"}),
       settlements_(receiptTable(store), receiptLineTable(store), ledger, rates, kReceivablesSide,
                    kCustomerOddities, numbering_, random_.fork(), customers_.size()),
-      deliveries_(kDays) {}
+      deliveries_(kDays) {
+  makeContracts(4 + static_cast<std::int32_t>(sales / 2'000));
+}
 
 void Receivables::day(int day) {
+  runContracts(day);
   deliver(day);
   while (sold_ < quota_.until(day)) {
     sell(day);
@@ -91,6 +101,7 @@ Document Receivables::begin(std::int32_t type, const Party& customer, int day) {
   document.type = type;
   document.party = &customer;
   document.day = day;
+  document.term = type == DocType::kCounterSale ? kOnReceipt : customer.habits.term;
   document.account = type == DocType::kServices ? Acct::kServiceSales : Acct::kSales;
   switch (type) {
     case DocType::kOrder:
@@ -119,12 +130,12 @@ void Receivables::write(Document& document, std::int32_t order) {
   const bool receivable = document.type != DocType::kOrder;
   const std::int32_t segment = customer.region->segment;
   documents_.add({document.id, document.number, document.type, customer.id, dateOf(document.day),
-                  dateOf(document.day + customer.habits.termDays), money(document.net),
+                  dueDateOf(document.term, document.day), money(document.net),
                   money(document.shipping), money(document.tax()), money(document.total),
                   money(document.settled), keyOrNull(document.settledAccount),
                   money(document.balance()), money(document.balanceHome()),
                   rateValue(customer, document.rate), currencyValue(customer), segment,
-                  keyOrNull(order)});
+                  keyOrNull(order), document.term});
   document.firstLine = lastLine_ + 1;
   const bool ofGoods = document.account == Acct::kSales;
   for (const DocumentLine& line : document.lines) {
@@ -136,6 +147,32 @@ void Receivables::write(Document& document, std::int32_t order) {
   if (!receivable) return;
   post(ledger_, document, kReceivablesSide, "INV");
   stock_.add(saleOf(document));
+}
+
+/// Service contracts of customers at home. Some are licences, which the project of fees is about.
+void Receivables::makeContracts(std::int32_t count) {
+  schedules_ = makeSchedules(ScheduleKind::Invoice, count);
+  while (contracts_.size() < schedules_.size()) {
+    const Party& customer = customers_[static_cast<std::size_t>(
+        random_.below(static_cast<std::int32_t>(customers_.size())))];
+    if (customer.foreign() || customer.activeUntil < kDays) continue;
+    contracts_.push_back(
+        {&customer, {pickService(random_).id, 1, Cents{1'000} * random_.between(9, 60)}});
+  }
+}
+
+void Receivables::runContracts(int day) {
+  for (std::size_t index = 0; index < schedules_.size(); ++index) {
+    if (!schedules_[index].runsOn(day)) continue;
+    const bool licence = index % 4 == 1 && projectRuns(kFeeProject, day);
+    Document invoice = begin(DocType::kServices, *contracts_[index].customer, day);
+    invoice.project = licence ? kFeeProject : 0;
+    invoice.lines = {contracts_[index].line};
+    finish(invoice);
+    write(invoice, 0);
+    settlements_.owe(invoice, false);
+    schedules_[index].ran(day, invoice.id);
+  }
 }
 
 void Receivables::sell(int day) {
@@ -160,6 +197,7 @@ void Receivables::sell(int day) {
     document = begin(DocType::kGoods, customer, day);
     document.lines = pickLines(pickGoods, customer, day);
     if (random_.chance(250)) document.shipping = random_.between(950, 8'500);
+    if (isBooked(document)) document.term = kSpringBooking;
     finish(document);
   }
   write(document, 0);

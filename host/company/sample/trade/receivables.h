@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/company/sample/calendar.h"
+#include "host/company/sample/plans/schedules.h"
 #include "host/company/sample/stock/items.h"
 #include "host/company/sample/stock/stock.h"
 #include "host/company/sample/trade/document.h"
@@ -22,7 +23,15 @@ class Receivables {
   /// What happens on a day.
   void day(int day);
 
+  /// The schedules of the contracts that customers have.
+  [[nodiscard]] const std::vector<Schedule>& schedules() const noexcept { return schedules_; }
+
  private:
+  /// What a customer is invoiced again and again, by the schedule of the same place.
+  struct Contract {
+    const Party* customer;
+    DocumentLine line;
+  };
   /// An order on its way to delivery.
   struct Order {
     Document document;
@@ -37,6 +46,8 @@ class Receivables {
   void order(int day);
   void giveCredit(const Party& customer, int day);
   void chargeReturnedCheque(const Party& customer, int day);
+  void makeContracts(std::int32_t count);
+  void runContracts(int day);
   Document begin(std::int32_t type, const Party& customer, int day);
   void finish(Document& document, bool taxed = true);
   std::vector<DocumentLine> splitOff(std::vector<DocumentLine>& lines);
@@ -53,6 +64,8 @@ class Receivables {
   Table lines_;
   Settlements settlements_;
   std::vector<std::vector<Order>> deliveries_;  // by day
+  std::vector<Contract> contracts_;
+  std::vector<Schedule> schedules_;
   std::int64_t sold_ = 0;
   std::int32_t invoices_ = 100'000;
   std::int32_t adjustments_ = 0;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/company/sample/calendar.h"
+#include "host/company/sample/trade/terms.h"
 
 namespace QuorHost::Sample {
 
@@ -47,16 +48,16 @@ Settlements::Settlements(Table header, Table detail, Ledger& ledger, const Rates
 
 void Settlements::owe(const Document& document, bool disputed) {
   if (document.balance() == 0) return;
-  const Habits& habits = document.party->habits;
+  const SampleTerm& term = termOf(document.term);
   OpenDocument open{.id = document.id,
-                    .dueDay = document.day + habits.termDays,
+                    .dueDay = dueDayOf(document.term, document.day),
                     .rate = document.rate,
                     .remaining = document.balance(),
                     .remainingHome = document.balanceHome(),
                     .disputed = disputed};
   if (document.total > 0 && document.settled == 0) {
-    open.discount = share(document.net, habits.discountPerMille, 1000);
-    open.discountUntil = document.day + habits.discountDays;
+    open.discount = share(document.net, term.discountPerMille, 1000);
+    open.discountUntil = document.day + term.discountDays;
   }
   itemsOf(*document.party).documents.push_back(open);
 }
