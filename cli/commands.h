@@ -17,6 +17,8 @@ void addCall(CLI::App& program, Action& action);
 void addSql(CLI::App& program, Action& action);
 void addAging(CLI::App& program, Action& action);
 void addLedger(CLI::App& program, Action& action);
+void addProjects(CLI::App& program, Action& action);
+void addDue(CLI::App& program, Action& action);
 /// The report of `stock`, whose other commands are added before it.
 void addStockReport(CLI::App& program, Action& action);
 void addManual(CLI::App& program, Action& action);

@@ -129,6 +129,8 @@ int run(const std::vector<std::string>& arguments, Console& console) {
   addSql(program, action);
   addAging(program, action);
   addLedger(program, action);
+  addProjects(program, action);
+  addDue(program, action);
   addStock(program, action);
   addManual(program, action);
   addStockReport(program, action);

@@ -15,9 +15,6 @@
 namespace QuorCli {
 namespace {
 
-using QuorDataLib::Recordset;
-using QuorDataLib::Ref;
-
 struct AgingOptions {
   const AgingSource* source = nullptr;
   std::optional<std::string> asOf;
@@ -34,8 +31,7 @@ int runAging(const AgingOptions& options, Console& console) {
   const AgingSource& source = *options.source;
   const AgeBuckets buckets = AgeBuckets::parse(options.buckets, options.by);
   if (options.asOf) static_cast<void>(parseDay("--as-of", *options.asOf));
-  const Target target = agingTarget(source);
-  checkOptions(target, options.run);
+  checkOptions(agingTarget(source), options.run);
   Session session(options.run, QuorHost::Access::Read, console);
 
   AgingContext context{.source = &source,
@@ -52,24 +48,20 @@ int runAging(const AgingOptions& options, Console& console) {
   const std::int32_t party =
       options.party ? findSubject(*source.subjects, *options.party, *session.store()).key : 0;
 
-  const Answer answer = callMember(
-      target,
-      agingArguments(
-          target, source,
-          {context.asOf, party, context.all, context.byCurrency, context.by, options.run.dialect}),
+  const AgingAnswer answer = openAging(
+      source,
+      {context.asOf, party, context.all, context.byCurrency, context.by, options.run.dialect},
       options.run, session);
-  const Ref<Recordset> rows = answer.result.toObject().as<Recordset>();
-  if (!rows) throw Failure(target.name() + " has returned no rows");
   const auto report = makeReport(options.run.format, console);
   AgingPage page(context, *report);
   AgingGrouping grouping(context.asOf, context.buckets, context.company.homeCurrency,
                          [&](const AgingBlock& block) { page.block(block); });
   page.begin();
-  AgingReader reader(source, context.by, rows);
+  AgingReader reader(source, context.by, answer.rows);
   for (AgingRow row; report->wantsMore() && reader.next(row);) grouping.add(row);
   grouping.finish();
   page.end(grouping.totals());
-  rows->Close();
+  answer.rows->Close();
   session.finish();
   return kDone;
 }

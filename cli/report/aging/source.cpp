@@ -110,6 +110,15 @@ std::vector<Value> agingArguments(const Target& target, const AgingSource& sourc
                {"ByCurrency", request.byCurrency}});
 }
 
+AgingAnswer openAging(const AgingSource& source, const AgingRequest& request,
+                      const RunOptions& options, const Session& session) {
+  const Target target = agingTarget(source);
+  Answer answer = callMember(target, agingArguments(target, source, request), options, session);
+  const Ref<Recordset> rows = answer.result.toObject().as<Recordset>();
+  if (!rows) throw Failure(target.name() + " has returned no rows");
+  return {std::move(answer), rows};
+}
+
 AgingReader::AgingReader(const AgingSource& source, AgeBy by, Ref<Recordset> rows)
     : rows_(std::move(rows)),
       party_(column(source.partyColumn)),

@@ -80,6 +80,16 @@ struct AgingRequest {
                                                              const AgingSource& source,
                                                              const AgingRequest& request);
 
+/// The rows of a side, and the object that they may still need.
+struct AgingAnswer {
+  Answer answer;
+  QuorDataLib::Ref<QuorDataLib::Recordset> rows;
+};
+
+/// Calls the member. Raises `Failure` where it returns no rows, and what the component raises.
+[[nodiscard]] AgingAnswer openAging(const AgingSource& source, const AgingRequest& request,
+                                    const RunOptions& options, const Session& session);
+
 /// One row: a document, something applied to one, or an open credit.
 struct AgingRow {
   std::int32_t partyId = 0;
