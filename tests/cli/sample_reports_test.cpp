@@ -145,6 +145,62 @@ TEST_F(SampleReports, stockIsWhatItsMovementsAddUpTo) {
   EXPECT_EQ(rows({"stock", "--item", one["ItemCode"]}), std::vector<json>{one});
 }
 
+TEST_F(SampleReports, projectsAreWhatTheLedgerHasOfThem) {
+  const auto inPeriod = [](const std::string& from, const std::string& to) {
+    return rows({"projects", "--from", from, "--to", to});
+  };
+  const std::vector<json> all = inPeriod("2022-04-01", "2025-03-31");
+  const std::string ofType =
+      "SELECT SUM(DetAmnt) AS Total FROM GLDet INNER JOIN GLAcct ON InGLAcctId = ExAcctId WHERE "
+      "NOT "
+      "ExProjId IS NULL AND AcctType ";
+  EXPECT_EQ(sum(all, "Sales"), -sqlAmount(ofType + "= 4"));
+  EXPECT_EQ(sum(all, "Purchases"), sqlAmount(ofType + "IN (5, 6, 7)"));
+  EXPECT_EQ(sum(all, "Margin"), sum(all, "Sales") - sum(all, "Purchases"));
+  Currency years;
+  for (const std::string year : {"2022", "2023", "2024"}) {
+    years += sum(inPeriod(year + "-04-01", std::to_string(std::stoi(year) + 1) + "-03-31"),
+                 "SalesBudget");
+  }
+  EXPECT_EQ(years, sum(all, "SalesBudget"));
+  for (const json& project : all) {
+    const std::vector<json> one = rows({"projects", "--from", "2022-04-01", "--to", "2025-03-31",
+                                        "--project", project["ProjectCode"]});
+    for (const char* const column : {"Sales", "MarginBudget", "Hours"}) {
+      EXPECT_EQ(one.at(0)[column], project[column]);
+    }
+    EXPECT_EQ(one.at(0)["Row"], "project");
+    EXPECT_EQ(one.size() > 1, !amount(project["Hours"]).isZero());
+  }
+  EXPECT_THAT(run({"projects", "--from", "2022-04-01"}).out, HasSubstr("Over budget: P22-02, "));
+}
+
+TEST_F(SampleReports, whatIsDueIsWhatIsOpen) {
+  const std::vector<json> due = rows({"due", "--until", "2025-05-15"});
+  for (const std::string side : {"customers", "suppliers"}) {
+    const std::string column = side == "customers" ? "Customers" : "Suppliers";
+    std::map<std::string, Currency> open;
+    std::map<std::string, Currency> overdue;
+    for (const json& row : rows({"aging", side, "--by", "due"})) {
+      open[row["Currency"]] += amount(row["Balance"]);
+      if (row["Days"] > 0) overdue[row["Currency"]] += amount(row["Balance"]);
+    }
+    EXPECT_GE(open.size(), 2U);
+    for (const json& row : due) {
+      open[row["Currency"]] -= amount(row[column]);
+      if (row["Period"] == "overdue") overdue[row["Currency"]] -= amount(row[column]);
+    }
+    for (const auto& [currency, left] : open) EXPECT_EQ(left, Currency()) << currency;
+    for (const auto& [currency, left] : overdue) EXPECT_EQ(left, Currency()) << currency;
+  }
+  Currency running;
+  for (const json& row : due) {
+    if (row["Period"] == "overdue") running = Currency();
+    running += amount(row["Net"]);
+    EXPECT_EQ(running, amount(row["Running"]));
+  }
+}
+
 // Last of all: it changes the company.
 TEST_F(SampleReports, whatHasATimeOfDayBelongsToItsDay) {
   const auto texts = [] {
@@ -154,6 +210,7 @@ TEST_F(SampleReports, whatHasATimeOfDayBelongsToItsDay) {
           {"ledger", "balance-sheet", "--as-of"},
           {"ledger", "checks", "--summary", "--as-of"},
           {"ledger", "income-statement", "--from", "2024-04-01", "--compare", "last-year", "--to"},
+          {"projects", "--from", "2024-04-01", "--to"},
           {"stock", "--as-of"}}) {
       report.emplace_back("2024-10-17");
       printed.push_back(run(report).out);

@@ -136,6 +136,39 @@ TEST_F(Check, FindsBalancesAndPaymentsThatCannotBe) {
           "Document 8 of PurcHdr has a Balance of 9, but TotAmnt less PaidAmnt is 7"));
 }
 
+TEST_F(Check, FindsDueDatesAndSchedulesThatCannotBe) {
+  import(*store_, "Term", "InTermId,TermId,TermMode,Due\n1,N30,4,30\n2,FIXED,2,\n3,BAD,4,\n");
+  import(*store_, "TermDet", "ExTermId,DueDate\n2,2024-05-15\n2,2024-01-01\n");
+  import(*store_, "InvoiHdr",
+         "InInvoiId,InvoiType,ExCustId,InvoiDate,DueDate,ExTermId\n2,51,1,2024-01-01,2024-01-31,1\n"
+         "3,51,1,2024-01-01,2024-02-01,1\n4,51,1,2024-01-01,,2\n5,51,1,2024-01-01,2024-05-15,2\n"
+         "6,51,1,2024-01-01,2024-01-01,9\n7,51,1,2024-01-01,2024-01-01,3\n");
+  import(*store_, "TrxRec",
+         "TrxType,ExTrxId,Frqncy,LastRun,NextRun\n1,2,3,2024-01-01,2024-02-01\n1,99,3,,\n"
+         "1,3,9,,\n1,4,3,2024-02-01,2024-02-01\n4,1,3,,\n");
+  import(*store_, "Proj", "InProjId\n1\n");
+  import(*store_, "FiscalYearHdr", "ID,BegDate,EndDate\n1,2024-01-01,2024-12-31\n");
+  import(*store_, "FiscalYearDet", "ID,ExID,BegDate,EndDate\n1,1,2024-01-01,2024-01-31\n");
+  import(*store_, "ProjBudgets", "ExID,ExSegmentId,ExFiscalYearDetId\n1,0,1\n1,2,1\n1,2,1\n");
+  tamper(
+      "UPDATE GLDet SET ExProjId = 8 WHERE InGLDetId = 2; UPDATE Supp SET ExTermId = 9;"
+      "UPDATE GLDet SET ExProjId = 1 WHERE InGLDetId = 3");
+  EXPECT_THAT(
+      checkCompany(*store_),
+      ElementsAre(
+          "Document 3 of InvoiHdr is due on 2024-02-01, but by its payment term N30 on 2024-01-31",
+          "Document 4 of InvoiHdr is due on no day, but by its payment term FIXED on 2024-05-15",
+          "Document 6 of InvoiHdr has the payment term 9, which is missing in Term",
+          HasSubstr("Document 7 of InvoiHdr has the payment term BAD, which gives no due date"),
+          "Supplier 1 of Supp has the payment term 9, which is missing in Term",
+          HasSubstr("transaction 3 of type 1 in TrxRec has the frequency 9"),
+          HasSubstr("transaction 4 of type 1 in TrxRec ran last on 2024-02-01"),
+          HasSubstr("transaction 99 of type 1 in TrxRec is that of a document that is missing"),
+          HasSubstr("transaction 1 of type 4 in TrxRec is that of a document that is missing"),
+          "Row 2 of GLDet is on project 8, which is missing in Proj",
+          HasSubstr("Project 1 has 2 budgets in ProjBudgets for segment 2 and fiscal period 1")));
+}
+
 TEST_F(Check, FindsWhatNobodyDefined) {
   store_.reset();
   QuorHost::Testing::runRaw(

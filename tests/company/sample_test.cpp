@@ -164,9 +164,19 @@ TEST_P(SampleBooks, ShowWhatATradingBusinessHas) {
       "GJTrxHdr WHERE SalesAmnt > 0",
       "BankTransfer WHERE ExGLAcctIdFrom = 1030",
       "TaxTrxHdr WHERE ChqAmnt > 0",
-      "GLAcct WHERE CreatedByUser <> 0"};
+      "GLAcct WHERE CreatedByUser <> 0",
+      "InvoiHdr INNER JOIN Term ON Term.InTermId = InvoiHdr.ExTermId WHERE TermMode = 1",
+      "InvoiHdr INNER JOIN Term ON Term.InTermId = InvoiHdr.ExTermId WHERE TermMode = 2",
+      "PurcHdr INNER JOIN Term ON Term.InTermId = PurcHdr.ExTermId WHERE TermMode = 3",
+      "TrxRec WHERE TrxType = 1 AND NextRun IS NULL",
+      "TrxRec WHERE TrxType = 2 AND NextRun < (SELECT SessionDate FROM CieInfo)",
+      "TrxRec WHERE TrxType = 3 AND NextRun > (SELECT SessionDate FROM CieInfo)"};
   for (const char* const each : kCases) EXPECT_GT(count(each), 0) << each;
   EXPECT_EQ(count("InvoiHdr WHERE InvoiType IN (1, 2, 3)"), 1000);
+  // The check compares due dates with the terms of documents, which all have one.
+  for (const char* const documents : {"InvoiHdr", "PurcHdr"}) {
+    EXPECT_EQ(count(std::string(documents) + " WHERE ExTermId IS NULL OR DueDate IS NULL"), 0);
+  }
 }
 
 TEST_P(SampleBooks, CompleteDocumentsAddUp) {

@@ -55,6 +55,13 @@ void makeVersion1(const std::string& path) {
   QuorHost::createCompany(path, {.sample = true});
   std::string back =
       "PRAGMA user_version=1; PRAGMA legacy_alter_table=ON;" + withoutTheLedgersDocuments();
+  for (const char* const view : {"ProjSales_View", "ProjPurchases_View"}) {
+    back += dropped("VIEW", view);
+  }
+  for (const char* const table : {"ProjBudgets", "TermDet", "Term", "TrxRec"}) {
+    back += droppedTable(table);
+  }
+  back += dropped("INDEX", "PurcDetByProj");
   for (const char* const index :
        {"InvoiHdrById", "InvoiHdrByType", "PurcHdrById", "PurcHdrByStatus", "InvoiDetByOrder"}) {
     back += dropped("INDEX", index);
@@ -75,7 +82,9 @@ void makeVersion1(const std::string& path) {
           shrunk("Item", "IsAssembly", "  IsAssembly BIT DEFAULT 0,\n") +
           shrunk("InvoiDet", "ExWarehouseId", ",\n  ExWarehouseId INT") +
           shrunk("InvoiDet", "ExOrderDetId", ",\n  ExOrderDetId INT") +
-          shrunk("PurcDet", "ExWarehouseId", ",\n  ExWarehouseId INT");
+          shrunk("PurcDet", "ExWarehouseId", ",\n  ExWarehouseId INT") +
+          shrunk("InvoiHdr", "ExTermId", ",\n  ExTermId INT") +
+          shrunk("PurcHdr", "ExTermId", ",\n  ExTermId INT");
   runRaw(path, back);
 }
 
@@ -144,7 +153,7 @@ TEST(OlderSchema, StaysAsItIsWhereItCannotBeChanged) {
     static_cast<void>(QuorHost::openCompany(path, Access::Write));
     ADD_FAILURE() << "it was opened";
   } catch (const companytest::Error& error) {
-    EXPECT_THAT(error.description(), HasSubstr("older schema (1, here 4)"));
+    EXPECT_THAT(error.description(), HasSubstr("older schema (1, here 6)"));
   }
   EXPECT_EQ(QuorHost::openCompanyFile(path, Access::Read)->schemaVersion(), 1);
 }

@@ -63,7 +63,9 @@ class FailureSweep : public testing::TestWithParam<std::tuple<const ClassInfo*, 
   /// calls.
   template <class Check>
   void sweep(fake::Platform& platform, Check check) const {
-    platform->row = {{"LastPmt", Value(Date::of(2025, 1, 2))}};
+    // Terms of a fixed date, or of a day of the month.
+    platform->row = {{"LastPmt", Value(Date::of(2025, 1, 2))},
+                     {"TermMode", Value(std::int32_t{allArguments() ? 2 : 1})}};
     platform->rowCount = 2;
     platform->columns = {"First", "Second", "Third"};
     platform->otherFields = allArguments() ? 0 : 1;

@@ -104,7 +104,7 @@ TEST_F(SampleStock, IsTheSameInBothDialects) {
     }
   }
   EXPECT_GT(rows, 2000U);
-  EXPECT_GT(byItem, 500U);
+  EXPECT_GT(byItem, 400U);
 }
 
 TEST_F(SampleStock, IsWorthWhatAReplayAndTheLedgerSayOnAnyDay) {

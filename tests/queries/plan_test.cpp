@@ -11,6 +11,8 @@
 #include "host/sql/front_end.h"
 #include "inventory/inventory_queries.h"
 #include "payables/supplier_queries.h"
+#include "projects/project_helper.h"
+#include "projects/project_queries.h"
 #include "queries/company_fixture.h"
 #include "receivables/customer_queries.h"
 
@@ -18,6 +20,8 @@ namespace {
 
 using QuorAccQueries::CCustomerQueries;
 using QuorAccQueries::CInventoryQueries;
+using QuorAccQueries::CProjectHelper;
+using QuorAccQueries::CProjectQueries;
 using QuorAccQueries::CSupplierQueries;
 using QuorDataLib::Date;
 using QuorDataLib::Parameters;
@@ -151,6 +155,22 @@ TEST_P(Plans, OfOneItemAreByIndex) {
       queries.OpenItemLastCost(5, kDay, warehouse, "", "");
     }
     queries.OpenQtyStockProj(5, {}, kDay, projects, none);
+  });
+}
+
+TEST_P(Plans, OfOneProjectAreByIndex) {
+  expectFast<CProjectQueries>(
+      1, [](CProjectQueries& queries) { queries.OpenProjectHoursTransactions(5, {}, kDay); });
+  expectFast<CProjectHelper>(9, [](CProjectHelper& helper) {
+    helper.GetProjSales(5);
+    helper.GetProjPurchases(5);
+    helper.GetProjHours(5);
+    for (const std::int32_t segment : {0, 2}) {
+      helper.GetProjSalesRange(5, segment, {}, kDay);
+      helper.GetProjPurchasesRange(5, segment, {}, kDay);
+      helper.GetProjHoursRange(5, segment, {}, kDay);
+    }
+    helper.GetProjSalesBudgetRange(5, 0, {}, kDay);
   });
 }
 

@@ -1,5 +1,4 @@
 // The statements of the application, in the dialects that they are written in.
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,13 +8,10 @@
 #include "sql/both_forms.h"
 #include "sql/component_statements.h"
 #include "sql/database.h"
-#include "sql/statement_files.h"
 #include "sql/untidy.h"
 
 namespace QuorHost::Sql::Testing {
 namespace {
-
-using testing::HasSubstr;
 
 void expectUnderstood(const Database& database, const std::string& statement, Dialect dialect) {
   const Translation translation = database.translate(statement, dialect);
@@ -58,29 +54,6 @@ TEST(Statements, OfTheComponentKeepTheirRows) {
   }
   EXPECT_GT(rows, 10'000U);
 }
-
-class StatementsOfAreas : public testing::TestWithParam<const char*> {};
-
-TEST_P(StatementsOfAreas, AreReadInTheirOwnDialectsOnly) {
-  Database database(fileText(STATEMENTS_DIR "/schema.sql"));
-  const std::vector<std::string> statements = statementsOf(GetParam());
-  ASSERT_FALSE(statements.empty());
-  for (const std::string& statement : statements) {
-    SCOPED_TRACE(statement);
-    const bool server = statement.starts_with("-- server");
-    const bool desktop = statement.starts_with("-- desktop");
-    for (const Dialect dialect : kBoth) {
-      if (dialect == kServer ? desktop : server) {
-        EXPECT_THAT(database.refusal(statement, dialect), HasSubstr("belongs to the"));
-        continue;
-      }
-      expectUnderstood(database, statement, dialect);
-    }
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Areas, StatementsOfAreas, testing::Values("projects", "terms"),
-                         [](const auto& area) { return std::string(area.param); });
 
 }  // namespace
 }  // namespace QuorHost::Sql::Testing

@@ -45,7 +45,7 @@ Recurring::Recurring(const RunOptions& options, Session& session)
 ScheduleCount Recurring::forEachRun(Date day, Date until,
                                     const std::function<void(const ScheduledCash&)>& tell) {
   ScheduleCount count;
-  const auto rows = readBeside(session_, kSchedules);
+  const auto rows = readBeside(*session_.store(), kSchedules);
   for (; !rows->AtEnd(); rows->MoveNext()) {
     std::int16_t frequency = 0;
     Date lastRun;

@@ -239,7 +239,7 @@ int runProjects(const ProjectOptions& options, Console& console) {
   Projects projects(options.run, session);
   ProjectsPage page(projects, options, company, from, to, console);
   if (options.project) {
-    page.tellOne(findSubject(kProjects, *options.project, session));
+    page.tellOne(findSubject(kProjects, *options.project, *session.store()));
   } else {
     page.tellAll();
   }

@@ -33,8 +33,8 @@ Projects::Projects(const RunOptions& options, Session& session)
 
 std::vector<Subject> Projects::all() const {
   std::vector<Subject> projects;
-  const auto rows =
-      readBeside(session_, "SELECT InProjId, ProjId, Descr FROM Proj ORDER BY ProjId, InProjId");
+  const auto rows = readBeside(
+      *session_.store(), "SELECT InProjId, ProjId, Descr FROM Proj ORDER BY ProjId, InProjId");
   const auto text = [&](std::int32_t index) {
     return rows->Field(index).isNull() ? std::string() : rows->Field(index).toText();
   };

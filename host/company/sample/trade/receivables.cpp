@@ -171,6 +171,7 @@ void Receivables::runContracts(int day) {
     finish(invoice);
     write(invoice, 0);
     settlements_.owe(invoice, false);
+    ++sold_;
     schedules_[index].ran(day, invoice.id);
   }
 }
