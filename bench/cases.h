@@ -24,6 +24,9 @@ void addTraps(Suite& suite, Companies& companies, int scale);
 /// numbers in a large chart.
 void addLedger(Suite& suite, Companies& companies, int scale);
 
+/// Sales and hours of one project over a period, in that company.
+void addProjects(Suite& suite, Companies& companies, int scale);
+
 /// Recordsets: rows read as values, single rows by key, finding in a recordset that is kept, and
 /// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);

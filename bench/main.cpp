@@ -45,6 +45,7 @@ int main(int argc, char** argv) try {
     QuorBench::addAccounts(suite, companies, std::ranges::max(scales));
     QuorBench::addTraps(suite, companies, std::ranges::max(scales));
     QuorBench::addLedger(suite, companies, std::ranges::max(scales));
+    QuorBench::addProjects(suite, companies, std::ranges::max(scales));
   }
   QuorBench::addRecordsets(suite, companies);
   QuorBench::addInventory(suite, folder);
