@@ -265,9 +265,12 @@ TEST_P(ProjectSample, HoursAreThoseOfTheDocuments) {
     for (int month = 0; month < 36; ++month) {
       const Date from = Date::of(2022, 4, 1).addMonths(month);
       const Date to = from.addMonths(1).addDays(-1);
-      const std::string days = " BETWEEN '" + from.toText() + "' AND '" + to.toText() + "'";
-      const Currency ofPays = only(paid + " AND ChqDate" + days);
-      const Currency ofPurchases = only(bought + " AND PurcDate" + days);
+      const auto inMonth = [&](std::string query, const char* column) {
+        query.append(" AND ").append(column).append(" BETWEEN '").append(from.toText());
+        return only(query.append("' AND '").append(to.toText()).append("'"));
+      };
+      const Currency ofPays = inMonth(paid, "ChqDate");
+      const Currency ofPurchases = inMonth(bought, "PurcDate");
       // Equal sums count once.
       ASSERT_EQ(helper.GetProjHoursRange(project, 0, from, to),
                 ofPays == ofPurchases ? ofPays : ofPays + ofPurchases);

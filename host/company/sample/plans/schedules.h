@@ -11,7 +11,7 @@
 namespace QuorHost::Sample {
 
 /// Kinds of transactions that have schedules (`TrxRec.TrxType`).
-enum class ScheduleKind : std::int32_t { Invoice = 1, Bill = 2, Entry = 3 };
+enum class ScheduleKind : std::uint8_t { Invoice = 1, Bill = 2, Entry = 3 };
 
 /// One schedule: the first transaction is the model of the others.
 class Schedule {

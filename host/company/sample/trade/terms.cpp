@@ -83,7 +83,7 @@ const SampleTerm& termOf(std::int32_t id) {
 const SampleTerm& pickTerm(Random& random) { return termOf(random.pick(std::span(kOfParties))); }
 
 Date dueDateOf(std::int32_t term, int day) {
-  return dueDate(termOf(term).rule, dateOf(day)).value();
+  return dueDate(termOf(term).rule, dateOf(day)).value_or(dateOf(day));
 }
 
 int dueDayOf(std::int32_t term, int day) {
