@@ -4,10 +4,12 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 
 #include "platform/raised.h"
+#include "platform/values/rounding.h"
 
 namespace QuorDataLib {
 namespace {
@@ -143,6 +145,8 @@ TEST(Currency, DoublesRoundToTheNearestAmount) {
     ASSERT_TRUE(isNearest(Currency::fromDouble(number).units(), Int128{mantissa} * 10'000,
                           Int128{1} << shift))
         << number;
+    const Int128 away = (Int128{std::abs(mantissa)} * 20'000 + (Int128{1} << shift)) >> (shift + 1);
+    ASSERT_EQ(roundedToCurrency(number).units(), mantissa < 0 ? -away : away) << number;
   }
   EXPECT_EQ(Currency::fromDouble(0.03125), units(312));
   EXPECT_EQ(Currency::fromDouble(-0.09375), units(-938));
