@@ -38,7 +38,7 @@ Line someLine(int number) {
           "Comptes à recevoir des clients étrangers, " + std::to_string(number),
           std::int32_t{number},
           Date::of(2025, 3, 31),
-          Currency::fromUnits(number * 2'500),
+          Currency::fromUnits(std::int64_t{2'500} * number),
           amount,
           Currency::fromUnits(-amount.units()),
           Currency(),

@@ -151,8 +151,8 @@ TEST_P(Inventory, StockIsCountedByProjectSegmentAndWarehouse) {
   EXPECT_THAT(lines(queries.OpenQtyStock(1, 0, {}, may, false, false, ""),
                     {"ExItemId", "ExProjId", "ExSegmentId", "QtyStock"}),
               UnorderedElementsAre("1|-|1|10", "1|1|1|7", "1|-|2|3"));
-  std::string projects = "1,2";
-  std::string extra = "ExWarehouseId = 1";
+  const std::string projects = "1,2";
+  const std::string extra = "ExWarehouseId = 1";
   EXPECT_THAT(lines(queries.OpenQtyStockProj(0, {}, may, projects, extra),
                     {"ExItemId", "InProjId", "QtyStock"}),
               UnorderedElementsAre("1|1|7", "2|1|4", "3|1|1", "6|2|-1"));
