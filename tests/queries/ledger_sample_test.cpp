@@ -19,7 +19,6 @@ using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorHost::Chart;
 using testing::IsEmpty;
-using testing::Not;
 using Lines = std::vector<std::string>;
 
 constexpr std::int32_t kHome = 1;
@@ -110,10 +109,10 @@ TEST_P(LedgerSample, EveryMemberGivesTheSameInBothDialects) {
   CGeneralLedgerQueries queries;
   CGeneralLedgerHelper helper;
   std::vector<std::pair<std::string, std::function<Lines()>>> asked;
-  const auto rows = [&](const std::string& name, auto open) {
+  const auto rows = [&](const std::string& name, const auto& open) {
     asked.emplace_back(name, [=] { return lines(open()); });
   };
-  const auto value = [&](const std::string& name, auto get) {
+  const auto value = [&](const std::string& name, const auto& get) {
     asked.emplace_back(name, [=] { return Lines{QuorDataLib::Value(get()).toText()}; });
   };
   for (const bool foreign : {false, true}) {

@@ -227,7 +227,7 @@ TEST_F(LedgerCompany, BankChecksReadTheFlagsAsTheyAre) {
 }
 
 TEST(LedgerStatements, AskNothingWhereThereIsNothingToAsk) {
-  fake::Platform platform;
+  const fake::Platform platform;
   CGeneralLedgerHelper helper;
   EXPECT_EQ(helper.GetAcctBalance(0, 4, 0, kEnd, 1, false, 0, 0, false, {}), Currency());
   EXPECT_FALSE(helper.ChequeIsConciliated("", "1", 1, 1));
@@ -237,7 +237,7 @@ TEST(LedgerStatements, AskNothingWhereThereIsNothingToAsk) {
 }
 
 TEST(LedgerStatements, GoOutWithoutASelectListToAnUnknownEngine) {
-  fake::Platform platform;
+  const fake::Platform platform;
   platform->engine = 2;
   CGeneralLedgerQueries queries;
   queries.OpenGLAcctBalanceRange(0, {}, {}, "", "");
@@ -248,7 +248,7 @@ TEST(LedgerStatements, GoOutWithoutASelectListToAnUnknownEngine) {
 }
 
 TEST(LedgerStatements, StopAtTheFirstUseOfAnAccount) {
-  fake::Platform platform;
+  const fake::Platform platform;
   CGeneralLedgerHelper helper;
   platform->row = {{"ID", Value(std::int32_t{1})}};
   EXPECT_TRUE(helper.AcctIsUsedInTransaction(4, 2));

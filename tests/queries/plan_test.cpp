@@ -146,8 +146,8 @@ TEST_P(Plans, OfOneSupplierAreByIndex) {
 
 TEST_P(Plans, OfOneItemAreByIndex) {
   expectFast<CInventoryQueries>(9, [](CInventoryQueries& queries) {
-    std::string projects = "1,2";
-    std::string none;
+    const std::string projects = "1,2";
+    const std::string none;
     for (const std::int32_t warehouse : {0, 2}) {
       queries.OpenQtyOnHand(5, warehouse, {}, kDay);
       queries.OpenQtyStock(5, warehouse, {}, kDay, true, false, "");

@@ -29,7 +29,7 @@ std::string randomMovements(std::mt19937& random, int count) {
     csv += std::to_string(1 + below(kItems)) + "," + day.toText() + "," +
            std::to_string(kTypes[below(std::size(kTypes))]) + "," + std::to_string(below(9)) +
            ",1," + std::to_string(1 + below(6)) + "," +
-           Currency::fromUnits((below(90) - 45) * 2'500).toText() + "," +
+           Currency::fromUnits(std::int64_t{2'500} * (below(90) - 45)).toText() + "," +
            Currency::fromUnits(below(1'000'000)).toText() + "," +
            (below(2) == 0 ? "true" : "false") + "\n";
   }
