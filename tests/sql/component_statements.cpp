@@ -4,6 +4,7 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <utility>
 
 #include "core/member_table.h"
 #include "host/application/host.h"
@@ -90,7 +91,8 @@ class Call {
     if (choice == 0) return 0;
     // What is below zero stands for all of some keys, or for none.
     if (choice == 2) return -1;
-    return name.find("Acct") != name.npos ? 1210 : 3;
+    if (name.find("Acct") != name.npos) return 1210;
+    return choice == 3 ? 9 : 3;  // the sample's term 9 has a date of its own
   }
 
   const Member& member_;
@@ -111,7 +113,7 @@ void callVaried(const ClassInfo& info, const Member& member) {
     std::vector<unsigned> choices(count, set);
     for (const unsigned lists : {0U, 1U}) call(choices, lists);
     for (unsigned& turned : choices) {
-      for (const unsigned other : {1 - set, 2U}) {
+      for (const unsigned other : {1 - set, 2U, 3U}) {
         turned = other;
         call(choices, set);
       }
@@ -142,11 +144,13 @@ std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company) {
   std::vector<Sent> statements;
   for (const Dialect dialect : {Dialect::Server, Dialect::Desktop}) {
     std::stringstream trace;
-    for (const char* const foreign : {"True", "False"}) {
+    // Kinds of charts, and whether there are foreign currencies.
+    for (const auto& [chart, foreign] : {std::pair("1", "True"), {"2", "False"}, {"3", "True"}}) {
       Host host({.store = company,
                  .dialect = dialect,
                  .onError = OnError::Leave,
-                 .overrides = {{"CurrencyInfo.CieIsForeignCurrencyUsed", foreign}},
+                 .overrides = {{"Company.CieAccountTypeChart", chart},
+                               {"CurrencyInfo.CieIsForeignCurrencyUsed", foreign}},
                  .trace = &trace});
       host.install();
       for (const ClassInfo* const info : QuorAccQueries::allClasses()) {
