@@ -120,6 +120,10 @@ TEST(Guards, MayBeConditionsOfJoins) {
                      "AND B.Z > 0 INNER JOIN T AS C ON C.Id = CAST(B.Word AS INT)"),
               ElementsAre("3|4", "4|4"));
   EXPECT_THAT(rowsOf(database,
+                     "SELECT T.Id FROM K, T WHERE K.Z > 0 AND T.Id = CAST(K.Word AS INT) "
+                     "AND X <> 0 AND Y / X > 1"),
+              ElementsAre("4"));
+  EXPECT_THAT(rowsOf(database,
                      "SELECT Kind FROM T WHERE Kind IS NOT NULL GROUP BY Kind HAVING "
                      "MIN(X) > 0 AND 4 / MIN(X) > 1"),
               ElementsAre("2"));
@@ -175,6 +179,8 @@ TEST(Guards, LeaveIndexesInUse) {
        {"SELECT Id FROM T WHERE Kind = 2 AND X <> 0 AND Y / X > 1",
         "UPDATE T SET Y = 0 WHERE Kind = 2 AND X <> 0 AND Y / X > 1",
         "SELECT T.Id FROM K INNER JOIN T ON K.Z > 0 AND T.Kind = CAST(K.Word AS INT)",
+        "SELECT T.Id FROM K, T WHERE K.Z > 0 AND T.Kind = CAST(K.Word AS INT) AND X <> 0 AND "
+        "Y / X > 1",
         "SELECT A.Id FROM Both AS A INNER JOIN K ON K.KeyId = A.Kind WHERE A.Kind = 2 AND A.X <> 0 "
         "AND A.Y / A.X > 1"}) {
     Translation plan;

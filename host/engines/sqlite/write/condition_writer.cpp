@@ -147,7 +147,25 @@ void ExpressionWriter::writeFilter(Terms guards, Terms terms) {
   if (risky == 1) {
     writeBehind(Terms(inTurn).first(tried - 1), *inTurn[tried - 1]);
   } else if (risky > 1) {
+    writeLookUps(Terms(inTurn).first(tried));
     writeInTurn(Terms(inTurn).first(tried));
+  }
+}
+
+/// The conditions among `terms` that may find rows by an index, each on its own behind those before
+/// it: in a chain that is tried term by term, the engine finds none.
+void ExpressionWriter::writeLookUps(Terms terms) {
+  const auto finds = [](const Expression& term) {
+    if (term.kind != Kind::Compare || term.op != Operator::Equal) return false;
+    const Expression& a = *term.args[0];
+    const Expression& b = *term.args[1];
+    return (a.kind == Kind::Column && !raises(&a) && raises(&b)) ||
+           (b.kind == Kind::Column && !raises(&b) && raises(&a));
+  };
+  for (std::size_t i = 0; i < terms.size(); ++i) {
+    if (!finds(*terms[i])) continue;
+    writeBehind(terms.first(i), *terms[i]);
+    sql_.add(" AND ");
   }
 }
 

@@ -55,6 +55,7 @@ class ExpressionWriter {
   void writeInTurn(Terms conditions, Sql::Operator op, Asked asked);
   void writeValueInTurn(const Expression& logic);
   void writeTest(const Expression& condition, Sql::Operator op, Asked asked);
+  void writeLookUps(Terms terms);
   void writeBehind(Terms guards, const Expression& condition);
   void writeBetween(const Expression& between);
   void writeIn(const Expression& in);
