@@ -19,6 +19,9 @@ constexpr std::string_view kSchema = R"(
   CREATE INDEX ByKind ON T (Kind);
   CREATE VIEW Both AS SELECT Id, Kind, X, Y, Txt FROM T WHERE Id < 4
     UNION ALL SELECT Id, Kind, X, Y, Txt FROM T WHERE Id >= 4;
+  CREATE VIEW Ratios AS SELECT Id, Kind, X, Y / X AS Q FROM T;
+  CREATE VIEW BothRatios AS SELECT Id, Kind, X, Q FROM Ratios WHERE Id < 4
+    UNION ALL SELECT Id, Kind, X, Y / X FROM T WHERE Id >= 4;
   INSERT INTO T VALUES (1, 1, 0, 8, 'abc');
   INSERT INTO T VALUES (2, 1, 2, 8, '12');
   INSERT INTO T VALUES (3, 2, NULL, 1, '');
@@ -131,6 +134,28 @@ TEST(Guards, MayBeConditionsOfJoins) {
                      "SELECT Id FROM T WHERE X > 0 AND EXISTS (SELECT 1 AS One FROM Both "
                      "WHERE 2 / T.X > 1)"),
               ElementsAre("4"));
+}
+
+// What a derived table or a view computes row by row is guarded where it is read.
+TEST(Guards, StandOutsideOfWhatIsComputedInside) {
+  Database database(kSchema);
+  constexpr const char* kDerived[] = {
+      "(SELECT Id, Kind, X, Y / X AS Q FROM T)",
+      "(SELECT Id, X, Y / X AS Q FROM T UNION ALL SELECT 9, 0, 1 / Z FROM K WHERE Z > 3)",
+      "(SELECT Id, MIN(X) AS X, MAX(Y) / MIN(X) AS Q FROM T GROUP BY Id)",
+      "(SELECT Id, X, Q FROM (SELECT Id, X, Y / X AS Q FROM T) AS B)"};
+  const auto select = [](const char* from) {
+    return "SELECT A.Id FROM " + std::string(from) + " AS A WHERE A.X <> 0 AND A.Q > 2";
+  };
+  for (const char* const from : kDerived) {
+    EXPECT_THAT(rowsOf(database, select(from)), ElementsAre("2", "4"));
+    const std::string joined = std::string("K AS B RIGHT JOIN ") + from + " AS A ON B.KeyId = A.Id";
+    EXPECT_THAT(rowsOf(database, "SELECT A.Id FROM " + joined + " WHERE A.X <> 0 AND A.Q > 2"),
+                ElementsAre("2", "4"));
+  }
+  for (const char* const view : {"Ratios", "BothRatios"}) {
+    EXPECT_THAT(database.rows(select(view), kServer), ElementsAre("2", "4"));
+  }
 }
 
 // An account is looked up by the greatest number among those that are numbers.
