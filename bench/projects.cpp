@@ -28,6 +28,7 @@ Pair valueOfProject(const std::shared_ptr<Company>& company, OfRange member,
                       "SELECT ExProjId FROM GLDet WHERE ExProjId IS NOT NULL GROUP BY 1 "
                       "ORDER BY count(*) DESC, 1 LIMIT 1")
                     .text());
+  company->use();
   const auto helper = make<CProjectHelper>();
   helper->SetCustomConnection(company->connection());
   const auto ours = [company, helper, member, project] {

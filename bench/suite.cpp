@@ -48,13 +48,13 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
 
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
       if (run.error_occurred) {
         std::fprintf(stderr, "%s: %s\n", run.run_name.function_name.c_str(),
                      run.error_message.c_str());
         failed_ = true;
         continue;
       }
+      if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
       times_[run.run_name.function_name].push_back(run.cpu_accumulated_time /
                                                    static_cast<double>(run.iterations));
     }
