@@ -135,6 +135,7 @@ void addAging(Suite& suite, Companies& companies, const std::vector<int>& scales
     addSide(suite, companies, kCustomers, scale);
     addSide(suite, companies, kSuppliers, scale);
   }
+  if (scales.empty()) return;
   const auto [small, large] = std::ranges::minmax(scales);
   if (small == large) return;
   suite.figure("growth of the aging from " + std::to_string(small) + ",000 to " +

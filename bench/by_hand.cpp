@@ -1,6 +1,7 @@
 #include "bench/by_hand.h"
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <stdexcept>
 #include <string_view>
@@ -112,6 +113,14 @@ Digest read(const QuorDataLib::Ref<QuorDataLib::Recordset>& rows) {
   }
   recordset.Close();
   return digest;
+}
+
+double memoryInUse() {
+  const struct mallinfo2 memory = mallinfo2();
+  sqlite3_int64 pages = 0;
+  sqlite3_int64 most = 0;
+  sqlite3_status64(SQLITE_STATUS_PAGECACHE_OVERFLOW, &pages, &most, 0);
+  return (static_cast<double>(memory.uordblks + memory.hblkhd) - static_cast<double>(pages)) / 1024;
 }
 
 void requireSame(const Digest& ours, const Digest& byHand) {

@@ -53,6 +53,10 @@ class Query {
 /// Reads every field of every row through the contract and closes the recordset.
 Digest read(const QuorDataLib::Ref<QuorDataLib::Recordset>& rows);
 
+/// The program's memory in KiB, without the engine's page caches: these have a bound of their own,
+/// and fill with whatever is read.
+double memoryInUse();
+
 /// Raises an error unless both ways read the same rows, and some.
 void requireSame(const Digest& ours, const Digest& byHand);
 

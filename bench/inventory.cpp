@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -145,11 +143,6 @@ Pair wholeStock(const std::shared_ptr<StockCompany>& stock) {
           std::string(kEnd) + "' GROUP BY ExItemId, ExProjId, ExSegmentId, Item.Servc");
 }
 
-double used() {
-  const struct mallinfo2 memory = mallinfo2();
-  return static_cast<double>(memory.uordblks + memory.hblkhd) / 1024;
-}
-
 /// Computes all running costs of a copy of the company; the memory that it takes meanwhile, in KiB.
 double recost(const std::string& path) {
   const std::string copy = path + ".copy";
@@ -157,9 +150,9 @@ double recost(const std::string& path) {
   double most = 0;
   {
     const auto store = QuorHost::openCompany(copy, QuorHost::Access::Write);
-    const double start = used();
+    const double start = memoryInUse();
     QuorHost::recostStock(*store, 0, [&](std::string_view, std::int64_t, std::int64_t) {
-      most = std::max(most, used() - start);
+      most = std::max(most, memoryInUse() - start);
     });
   }
   std::filesystem::remove(copy);

@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -72,10 +70,6 @@ double memoryOfAScan(const std::shared_ptr<Company>& company) {
   const Ref<Recordset> rows = open(company->connection(),
                                    "SELECT GLDet.DetDate, GLDet.DetDesc, GLDet.DetAmnt FROM GLDet, "
                                    "(SELECT TOP 16 InCustId FROM Cust ORDER BY InCustId) AS Times");
-  const auto used = [] {
-    const struct mallinfo2 memory = mallinfo2();
-    return static_cast<double>(memory.uordblks + memory.hblkhd) / 1024;
-  };
   constexpr int kSome = 1'000;
   int count = 0;
   double start = 0;
@@ -83,8 +77,8 @@ double memoryOfAScan(const std::shared_ptr<Company>& company) {
   for (; !rows->AtEnd(); rows->MoveNext()) {
     for (std::int32_t column = 0; column < 3; ++column) static_cast<void>(rows->Field(column));
     if (++count % kSome != 0) continue;
-    if (count == kSome) start = used();
-    most = std::max(most, used());
+    if (count == kSome) start = memoryInUse();
+    most = std::max(most, memoryInUse());
   }
   if (count < 1'000'000) throw std::runtime_error("the scan: the company is too small");
   return most - start;

@@ -22,7 +22,8 @@ constexpr std::size_t kMostRows = std::numeric_limits<std::size_t>::max() / 2;
 
 }  // namespace
 
-Recordset::Recordset(std::unique_ptr<Cursor> cursor) : cursor_(std::move(cursor)) {
+Recordset::Recordset(std::unique_ptr<Cursor> cursor)
+    : cursor_(std::move(cursor)), columns_(cursor_->columns()) {
   cursor_->setReader(*this);
   start();
 }
@@ -36,9 +37,7 @@ void Recordset::Close() {
   indexes_.clear();
 }
 
-void Recordset::requireOpen() const {
-  if (!open_) raise(ErrorNumber::ObjectClosed, "The recordset is closed");
-}
+void Recordset::raiseClosed() { raise(ErrorNumber::ObjectClosed, "The recordset is closed"); }
 
 void Recordset::start() {
   fetch();
@@ -104,7 +103,7 @@ void Recordset::rewind() {
 
 bool Recordset::AtEnd() {
   requireOpen();
-  return current_ == kept_.size() && !live_;
+  return isAtEnd();
 }
 
 std::int32_t Recordset::FieldCount() {
@@ -112,11 +111,9 @@ std::int32_t Recordset::FieldCount() {
   return static_cast<std::int32_t>(columns().size());
 }
 
-void Recordset::requireColumn(std::int32_t index) const {
-  if (index < 0 || static_cast<std::size_t>(index) >= columns().size()) {
-    raise(ErrorNumber::UnknownItem, "The recordset has no column " + std::to_string(index) +
-                                        ": it has " + std::to_string(columns().size()));
-  }
+void Recordset::raiseNoColumn(std::int32_t index) const {
+  raise(ErrorNumber::UnknownItem, "The recordset has no column " + std::to_string(index) +
+                                      ": it has " + std::to_string(columns().size()));
 }
 
 std::int32_t Recordset::columnOf(std::string_view name) const {
@@ -146,7 +143,7 @@ Cell Recordset::currentCell(std::int32_t index) const {
 Value Recordset::Field(std::int32_t index) {
   requireOpen();
   requireColumn(index);
-  if (Recordset::AtEnd()) {
+  if (isAtEnd()) {
     raise(ErrorNumber::NoCurrentRow, "No current row: the recordset is at its end");
   }
   return valueOf(currentCell(index), columns()[static_cast<std::size_t>(index)]);
@@ -164,7 +161,7 @@ void Recordset::MoveFirst() {
 
 void Recordset::MoveNext() {
   requireOpen();
-  if (Recordset::AtEnd()) {
+  if (isAtEnd()) {
     raise(ErrorNumber::NoCurrentRow, "No next row: the recordset is at its end");
   }
   if (current_ < kept_.size()) {

@@ -41,11 +41,15 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
 
  protected:
   /// Raises 3704 when the recordset is closed. Every operation begins with it.
-  void requireOpen() const;
+  void requireOpen() const {
+    if (!open_) raiseClosed();
+  }
   /// Raises 3265 when there is no such column.
-  void requireColumn(std::int32_t index) const;
+  void requireColumn(std::int32_t index) const {
+    if (static_cast<std::size_t>(index) >= columns_.size()) raiseNoColumn(index);
+  }
   /// The result's columns.
-  [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const { return cursor_->columns(); }
+  [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const { return columns_; }
   /// The column of that name; raises 3265 when there is none.
   [[nodiscard]] std::int32_t columnOf(std::string_view name) const;
 
@@ -58,6 +62,9 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
   void showInPlace(const KeptRows& row);
 
  private:
+  [[noreturn]] static void raiseClosed();
+  [[noreturn]] void raiseNoColumn(std::int32_t index) const;
+  [[nodiscard]] bool isAtEnd() const noexcept { return current_ == kept_.size() && !live_; }
   void keepRows(const Allowance& allowance) noexcept final;
   /// Runs the statement to its first row, and further as far as the engine wishes.
   void start();
@@ -71,6 +78,7 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
   const RowIndex& indexOf(std::int32_t column);
 
   std::unique_ptr<Cursor> cursor_;
+  const std::vector<Sql::ResultColumn>& columns_;  // the cursor's
 
   // The rows at hand are those kept, and after them the one that the cursor stands on, if it does.
   KeptRows kept_;
