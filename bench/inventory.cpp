@@ -24,7 +24,8 @@ constexpr std::int32_t kMovements = 1'000'000;
 /// are receptions not invoiced.
 class StockCompany {
  public:
-  explicit StockCompany(const std::string& folder) : path_(folder + "/stock.db") {
+  explicit StockCompany(const std::string& folder)
+      : path_(folder + "/stock-" + std::to_string(QuorHost::kNewestSchemaVersion) + ".db") {
     if (!std::filesystem::exists(path_)) make();
     company_ = std::make_shared<Company>(path_);
   }

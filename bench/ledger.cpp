@@ -18,17 +18,23 @@ using QuorAccQueries::CGeneralLedgerQueries;
 using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::make;
+using QuorDataLib::Recordset;
+using QuorDataLib::Ref;
 
 const Date kFrom = Date::of(2024, 1, 1);
 const Date kTo = Date::of(2024, 6, 30);
 constexpr std::int32_t kHome = 1;
 
-/// A month of the account with most lines.
+/// The account with most lines.
+std::int32_t busiestAccount(const std::shared_ptr<Company>& company) {
+  return std::stoi(Query(company->byHand(),
+                         "SELECT ExAcctId FROM GLDet GROUP BY 1 ORDER BY count(*) DESC, 1 LIMIT 1")
+                       .text());
+}
+
+/// Half a year of it.
 Pair historyOfAccount(const std::shared_ptr<Company>& company) {
-  const std::int32_t account =
-      std::stoi(Query(company->byHand(),
-                      "SELECT ExAcctId FROM GLDet GROUP BY 1 ORDER BY count(*) DESC, 1 LIMIT 1")
-                    .text());
+  const std::int32_t account = busiestAccount(company);
   const auto queries = make<CGeneralLedgerQueries>();
   queries->SetCustomConnection(company->connection());
   const auto open = [company, queries, account] {
@@ -44,6 +50,56 @@ Pair historyOfAccount(const std::shared_ptr<Company>& company) {
   byHand->bind(3, kTo.toText());
   requireSame(read(open()), byHand->read());
   return {[open] { read(open()); }, [byHand] { byHand->read(); }};
+}
+
+/// A statement of the component's against one of the engine's own over the lines themselves, both
+/// up to a day.
+template <class Open>
+Pair upTo(const std::shared_ptr<Company>& company, const Open& open, const std::string& sql) {
+  const auto opened = [company, open] {
+    company->use();
+    return open();
+  };
+  const auto byHand = std::make_shared<Query>(company->byHand(), sql);
+  byHand->bind(1, kTo.toText());
+  requireSame(read(opened()), byHand->read());
+  return {[opened] { read(opened()); }, [byHand] { byHand->read(); }};
+}
+
+Ref<Recordset> openBalances(const std::shared_ptr<Company>& company, std::int32_t account) {
+  const auto queries = make<CGeneralLedgerQueries>();
+  queries->SetCustomConnection(company->connection());
+  return queries->OpenGLAcctBalanceRange(account, Date::of(1900, 1, 1), kTo, "", "");
+}
+
+Pair balancesOfAll(const std::shared_ptr<Company>& company) {
+  return upTo(
+      company, [company] { return openBalances(company, 0); },
+      "SELECT ExAcctId, sum(DetAmnt), sum(ForeignAmnt) FROM GLDet WHERE DetDate >= '1900-01-01' "
+      "AND DetDate <= ?1 GROUP BY ExAcctId");
+}
+
+Pair balanceOfOne(const std::shared_ptr<Company>& company) {
+  const std::int32_t account = busiestAccount(company);
+  return upTo(
+      company, [company, account] { return openBalances(company, account); },
+      "SELECT ExAcctId, sum(DetAmnt), sum(ForeignAmnt) FROM GLDet WHERE DetDate >= '1900-01-01' "
+      "AND DetDate <= ?1 AND ExAcctId = " +
+          std::to_string(account) + " GROUP BY ExAcctId");
+}
+
+/// What every account grew by in each month.
+Pair growth(const std::shared_ptr<Company>& company) {
+  return upTo(
+      company,
+      [company] {
+        return company->connection()->OpenRecordset(
+            "SELECT ExAcctId, YEAR(DetDate) AS Y, MONTH(DetDate) AS M, SUM(DetAmnt) AS Growth "
+            "FROM GLDet WHERE DetDate <= ? GROUP BY ExAcctId, YEAR(DetDate), MONTH(DetDate)",
+            4, 0, QuorDataLib::Parameters::single(kTo), -1);
+      },
+      "SELECT ExAcctId, CAST(substr(DetDate, 1, 4) AS INT) AS Y, CAST(substr(DetDate, 6, 2) AS "
+      "INT) AS M, sum(DetAmnt) FROM GLDet WHERE DetDate <= ?1 GROUP BY 1, 2, 3");
 }
 
 struct Account {
@@ -119,6 +175,12 @@ void addLedger(Suite& suite, Companies& companies, int scale) {
   const std::string size = ", " + std::to_string(scale) + ",000 invoices";
   suite.compare("history of a ledger account" + size + " / by hand", 1.10,
                 [&companies, scale] { return historyOfAccount(companies.open(scale)); });
+  suite.compare("balances of all accounts" + size + " / added up by hand", 0.5,
+                [&companies, scale] { return balancesOfAll(companies.open(scale)); });
+  suite.compare("balance of the busiest account" + size + " / added up by hand", 0.8,
+                [&companies, scale] { return balanceOfOne(companies.open(scale)); });
+  suite.compare("growth of all accounts by month" + size + " / added up by hand", 0.5,
+                [&companies, scale] { return growth(companies.open(scale)); });
   suite.limit("trial balance through a helper that keeps rows" + size, 50,
               [&companies, scale] { return trialBalance(companies.open(scale)); });
   suite.figure("look-up of an account number among 100,000", 1, " ms",

@@ -11,8 +11,9 @@ namespace {
 
 /// What a `CREATE` statement makes.
 struct Made {
-  bool isIndex = false;
   std::string_view name;
+  /// It is made of the rows of a table: an index, or totals that are kept.
+  bool holdsRows = false;
 };
 
 /// Takes the first word off `text`, which goes on with the next.
@@ -31,14 +32,15 @@ Made madeBy(std::string_view statement) {
   }
   std::string_view kind = takeWord(statement);
   if (kind == "UNIQUE") kind = takeWord(statement);
-  return {kind == "INDEX", takeWord(statement)};
+  const std::string_view name = takeWord(statement);
+  return {name, kind == "INDEX" || takeWord(statement) == "WITH"};
 }
 
-/// The statements that make indexes, or those that do not.
-std::vector<std::string> statements(bool indexes) {
+/// The statements that make what is made of rows, or the others.
+std::vector<std::string> statements(bool ofRows) {
   std::vector<std::string> chosen;
   forEachDefinition([&](std::string_view, const std::string& statement) {
-    if (madeBy(statement).isIndex == indexes) chosen.push_back(statement);
+    if (madeBy(statement).holdsRows == ofRows) chosen.push_back(statement);
   });
   return chosen;
 }

@@ -18,10 +18,10 @@ const std::vector<std::string_view>& schemaTexts();
 void forEachDefinition(
     const std::function<void(std::string_view name, const std::string& statement)>& visit);
 
-/// Defines the tables and views in an empty database.
+/// Defines the tables and views in an empty database, without those whose rows are kept.
 void defineRelations(Store& store);
 
-/// Defines the indexes. Rows are loaded faster without them, so they come last. `done` is told
+/// Defines the indexes and the views whose rows are kept. Rows are loaded faster without them, so they come last. `done` is told
 /// before each one how many of how many there are already, and at the end.
 void defineIndexes(Store& store, const std::function<void(int done, int total)>& done);
 

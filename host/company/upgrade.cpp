@@ -98,6 +98,8 @@ constexpr auto kAdditions = std::to_array<Change>({
     {6, "TermDetByTerm"},
     {6, "ProjBudgetsByProj"},
     {6, "PurcDetByProj"},
+    {7, "GLDetTotals"},
+    {7, "InvenDetTotals"},
 });
 
 /// Tables that version 1 had with fewer columns. Where another table refers to one, a version may
@@ -132,7 +134,12 @@ void bringUp(Store& store) {
     if (isNewSince(kGrowths, version, name)) store.redefine(name, statement);
     if (!isNewSince(kAdditions, version, name)) return;
     if (name == "GLAcctByNumber" && accountsShareNumbers(store)) return;
-    store.define(statement);
+    try {
+      store.define(statement);
+    } catch (const Error& error) {
+      // Where sums are too large to be kept, as only mistaken amounts are, they go without.
+      if (!error.is(QuorDataLib::ErrorNumber::Overflow)) throw;
+    }
   });
   store.setSchemaVersion(kNewestSchemaVersion);
   transaction->commit();

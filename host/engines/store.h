@@ -143,7 +143,7 @@ enum class Durability : std::uint8_t {
 
 /// Version of the company schema that this build makes, and the newest that it reads. A file
 /// without a version (0) opens, too: it holds whatever `define` made in it.
-inline constexpr int kNewestSchemaVersion = 6;
+inline constexpr int kNewestSchemaVersion = 7;
 
 /// Opens the company file at `path`. One whose texts are in the order of another system is sorted
 /// anew, in place for writing and in a copy for reading. Raises 75 with a message that says what to

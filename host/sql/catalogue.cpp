@@ -40,6 +40,14 @@ void Catalogue::add(Relation relation) {
   }
 }
 
+std::vector<const Relation*> Catalogue::keptTotals(const Relation& table) const {
+  std::vector<const Relation*> found;
+  for (const Relation& relation : relations_) {
+    if (relation.keptOf == table.name) found.push_back(&relation);
+  }
+  return found;
+}
+
 void Catalogue::addIndex(std::string_view table, std::string_view column) {
   Relation& relation = relations_[byName_.find(lowerName(table))->second];
   const auto isColumn = [&](const Column& other) { return sameName(other.name, column); };

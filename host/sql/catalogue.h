@@ -28,6 +28,15 @@ struct Column {
   bool reference = false;
 };
 
+/// What a column of kept totals is: a key of the groups, the sum of a column, or the number of
+/// rows.
+struct KeptColumn {
+  enum class Kind : std::uint8_t { Key, Sum, Rows };
+  Kind kind = Kind::Rows;
+  /// Of a key or a sum: the column of the table, by its place.
+  std::uint32_t column = 0;
+};
+
 /// A table or a view, its columns in their declared order.
 struct Relation {
   enum class Kind : std::uint8_t { Table, View };
@@ -36,6 +45,10 @@ struct Relation {
   std::vector<Column> columns;
   /// Of a view: the `CREATE VIEW` that made it, in the server dialect.
   std::string definition;
+  /// Of a view of totals whose rows are kept, and kept true with every change: the table that they
+  /// are of, and what each column is, the keys first. They are found by the first key.
+  std::string keptOf;
+  std::vector<KeptColumn> kept;
 
   /// The column of that name, matched without regard to case, or null.
   [[nodiscard]] const Column* find(std::string_view columnName) const noexcept;
@@ -55,6 +68,9 @@ class Catalogue {
 
   /// Notes an index of `table` that begins with `column`; both are known.
   void addIndex(std::string_view table, std::string_view column);
+
+  /// The views of totals of `table` that are kept.
+  [[nodiscard]] std::vector<const Relation*> keptTotals(const Relation& table) const;
 
   /// All relations, in the order in which they were added.
   [[nodiscard]] const std::vector<Relation>& relations() const noexcept { return relations_; }

@@ -82,6 +82,10 @@ class Description {
       translation_.created.columns.push_back(
           {.name = std::string(column.name), .type = column.type});
     }
+    if (view.keptOf == nullptr) return;
+    translation_.created.keptOf = view.keptOf->name;
+    translation_.created.kept.assign(view.kept.begin(), view.kept.end());
+    translation_.created.columns.front().leadsIndex = true;
   }
   void operator()(const Tree::CreateIndex& index) const {
     translation_.kind = StatementKind::CreateIndex;
@@ -109,7 +113,8 @@ Tree::Query* viewQuery(const Relation& view, const Catalogue& catalogue, Arena& 
 std::string writeFaster(Tree::Query& query, const Catalogue& catalogue, Arena& arena,
                         const Writer& writer) {
   try {
-    rewrite(query, [&](const Relation& view) { return viewQuery(view, catalogue, arena); }, arena);
+    rewrite(query, catalogue,
+            [&](const Relation& view) { return viewQuery(view, catalogue, arena); }, arena);
     return writer.write({&query});
   } catch (const QuorDataLib::Error&) {
     // A view's select may make it too deep a statement; as it was, it may not be.

@@ -187,6 +187,8 @@ struct CreateTable {
 struct CreateView {
   Name name;
   Query* query = nullptr;
+  /// WITH SCHEMABINDING: the rows of the view are kept.
+  bool kept = false;
 };
 
 struct IndexColumn {

@@ -199,6 +199,9 @@ struct CreateTable {
 struct CreateView {
   std::string_view name;
   Query* query = nullptr;
+  /// Of totals that are kept: the table, and what each column of the view is. Otherwise null.
+  const Relation* keptOf = nullptr;
+  std::span<KeptColumn> kept;
 };
 
 struct IndexColumn {

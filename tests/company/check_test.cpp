@@ -150,9 +150,12 @@ TEST_F(Check, FindsDueDatesAndSchedulesThatCannotBe) {
   import(*store_, "FiscalYearHdr", "ID,BegDate,EndDate\n1,2024-01-01,2024-12-31\n");
   import(*store_, "FiscalYearDet", "ID,ExID,BegDate,EndDate\n1,1,2024-01-01,2024-01-31\n");
   import(*store_, "ProjBudgets", "ExID,ExSegmentId,ExFiscalYearDetId\n1,0,1\n1,2,1\n1,2,1\n");
-  tamper(
-      "UPDATE GLDet SET ExProjId = 8 WHERE InGLDetId = 2; UPDATE Supp SET ExTermId = 9;"
-      "UPDATE GLDet SET ExProjId = 1 WHERE InGLDetId = 3");
+  tamper("UPDATE Supp SET ExTermId = 9");
+  for (const char* const change : {"UPDATE GLDet SET ExProjId = 8 WHERE InGLDetId = 2",
+                                   "UPDATE GLDet SET ExProjId = 1 WHERE InGLDetId = 3"}) {
+    std::int32_t changed = 0;
+    store_->connect(QuorHost::Sql::Dialect::Server)->Execute(change, changed, -1, {});
+  }
   EXPECT_THAT(
       checkCompany(*store_),
       ElementsAre(

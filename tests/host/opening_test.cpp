@@ -139,6 +139,13 @@ TEST_F(Opening, ObjectsThatSomebodyElseHasPutThereAreRefusedByName) {
       {"DROP VIEW OpenAccount; CREATE VIEW OpenAccount AS WITH RECURSIVE n (i) AS (SELECT 1 UNION"
        " ALL SELECT i FROM n) SELECT i AS AcctNo, i AS Balance FROM n",
        "view OpenAccount"},
+      {"CREATE TRIGGER Evil AFTER UPDATE ON Entry BEGIN SELECT 1; END; INSERT INTO QuorCatalogue "
+       "VALUES (99, 'Evil', 'trigger', '')",
+       "trigger Evil"},
+      {"INSERT INTO QuorCatalogue VALUES (99, 'Evil', 'trigger', ''); CREATE TRIGGER Evil AFTER "
+       "INSERT ON QuorCatalogue BEGIN DELETE FROM Entry; END; UPDATE QuorCatalogue SET Sql = '1.0' "
+       "WHERE Position = 0",
+       "trigger Evil"},
       {"CREATE VIRTUAL TABLE Evil USING rtree (Id, Low, High)", "virtual table Evil"},
       {"CREATE TABLE \"Ev\nil\" (A)", "table Ev il"},
       {"CREATE INDEX Evil ON Entry (Amnt + 1)", "index Evil"},

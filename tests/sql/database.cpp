@@ -3,6 +3,7 @@
 #include "host/company/schema.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
+#include "host/engines/sqlite/write/kept_totals_text.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sql::Testing {
@@ -108,7 +109,18 @@ std::vector<std::string> Database::rows(const Translation& translation, const Va
   }
   if (code != SQLITE_DONE) fail();
   if (!translation.created.name.empty()) enter(translation, catalogue_);
+  if (translation.kind != StatementKind::Select) addUpTotals();
   return result;
+}
+
+void Database::addUpTotals() {
+  for (const Sqlite::KeptTotals& totals : Sqlite::keptTotals(catalogue_)) {
+    for (const std::string& sql : {totals.clear(), totals.fill()}) {
+      if (sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) != 0) {
+        Sql::refuse(sqlite3_errmsg(database_.get()), {}, sql);
+      }
+    }
+  }
 }
 
 std::string Database::value(std::string_view expression, Dialect dialect, const Values& values) {

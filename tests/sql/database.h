@@ -58,6 +58,9 @@ class Database {
     void operator()(sqlite3* database) const noexcept { sqlite3_close(database); }
   };
 
+  /// Has kept totals be what the rows add up to.
+  void addUpTotals();
+
   std::unique_ptr<sqlite3, Close> database_;
   Catalogue catalogue_;
   Sqlite::SqlWriter writer_;

@@ -82,6 +82,24 @@ constexpr const char* kFragments[] = {
     "N FROM InvoiHdr WHERE Balance > 0 GROUP BY ExCustId) AS I ON I.K = C.InCustId) LEFT JOIN "
     "(SELECT ExCustId AS K, SUM(PmtTotAmnt) AS T FROM PmtHdr GROUP BY ExCustId) AS P "
     "ON P.K = C.InCustId WHERE P.K IS NULL OR I.K > 3",
+    "SELECT ExCustId, SUM(CustBalance) AS B, COUNT(*) AS N, MIN(BalanceDate) AS D, "
+    "-MAX(CustBalance "
+    "+ CustBalanceHome) AS M FROM CustBalance_View WHERE BalanceDate <= ? AND NOT "
+    "ExSegmentID IS NULL GROUP BY ExCustId HAVING COUNT(*) > 1 ORDER BY ExCustId",
+    "SELECT SUM(TotalToPay) AS T, COUNT(*) AS N FROM CustHistoryList_View WHERE ExCustId = 42",
+    "SELECT COUNT(*) AS N, SUM(TotalToPay) + 1 AS T FROM CustHistoryList_View WHERE ExCustId = -1",
+    "SELECT ExCustId, ExSegmentID, SUM(CustBalance) AS B FROM CustBalance_View GROUP BY ExCustId, "
+    "ExSegmentID",
+    "SELECT ExCustId, COUNT(DISTINCT ExSegmentID) AS N, SUM(DISTINCT CustBalance) AS B FROM "
+    "CustBalance_View GROUP BY ExCustId",
+    "SELECT ExCustId, AVG(CustBalance) AS A FROM CustBalance_View GROUP BY ExCustId",
+    "SELECT ExCustId, SUM(ExchangeRate) AS S, MAX(DocNo) AS M FROM CustAgingDet GROUP BY ExCustId",
+    "SELECT DocNo, SUM(Balance) AS S FROM CustAgingDet GROUP BY DocNo",
+    "SELECT DocOrderID, SUM(Balance) AS S FROM CustAgingDet GROUP BY DocOrderID",
+    "SELECT A.ExCustId, SUM(A.Balance) AS S FROM CustAgingDet AS A WHERE A.ExCustId IN (SELECT "
+    "InCustId FROM Cust WHERE CustInactive = 0) GROUP BY A.ExCustId",
+    "SELECT A.ExCustId, (SELECT MAX(Name) FROM Cust WHERE Cust.InCustId = A.ExCustId) AS M, "
+    "SUM(A.Balance) AS S FROM CustAgingDet AS A GROUP BY A.ExCustId",
 };
 
 TEST_P(FasterForm, KeepsAwayWhereItWouldChangeTheRows) {

@@ -283,6 +283,15 @@ SELECT TrxDate, ID, ExItemId, ExWarehouseId, Qty, TrxType, ExSrcKeyVal, ExPOID, 
        UnitPrice, ReqDate, ExCurrencyId, InSuppId, PurcType, PurcCredit
 FROM ItemToRecAssembly_View;
 
+-- Totals of stock, one row for the movements of one item, day, warehouse, project and segment; kept
+-- with every change of `InvenDet`.
+CREATE VIEW InvenDetTotals WITH SCHEMABINDING AS
+SELECT InvenDet.ExItemId, InvenDet.DetDate, InvenDet.ExWarehouseId, InvenDet.ExProjId,
+       InvenDet.ExSegmentId, SUM(InvenDet.Qty) AS Qty, COUNT(*) AS MovementCount
+FROM dbo.InvenDet
+GROUP BY InvenDet.ExItemId, InvenDet.DetDate, InvenDet.ExWarehouseId, InvenDet.ExProjId,
+         InvenDet.ExSegmentId;
+
 -- An item's movements in ledger order, and its stock without touching the table.
 CREATE INDEX InvenDetByItem ON InvenDet (ExItemId, DetDate, Type, SeqNo, InTrxId)
   INCLUDE (Qty, ExProjId, ExSegmentId, ExWarehouseId);

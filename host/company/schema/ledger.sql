@@ -54,6 +54,15 @@ CREATE TABLE GLDet (
   Unconciliated BIT DEFAULT 0
 );
 
+-- Totals of the ledger, one row for the lines of one account, day, project and segment. They are
+-- kept with every change of `GLDet`, so that a balance takes as long as there are days, however many
+-- lines are posted on them.
+CREATE VIEW GLDetTotals WITH SCHEMABINDING AS
+SELECT GLDet.ExAcctId, GLDet.DetDate, GLDet.ExProjId, GLDet.ExSegmentId,
+       SUM(GLDet.DetAmnt) AS DetAmnt, SUM(GLDet.ForeignAmnt) AS ForeignAmnt, COUNT(*) AS LineCount
+FROM dbo.GLDet
+GROUP BY GLDet.ExAcctId, GLDet.DetDate, GLDet.ExProjId, GLDet.ExSegmentId;
+
 -- Nobody gets a number twice, also when several make accounts at a time.
 CREATE UNIQUE INDEX GLAcctByNumber ON GLAcct (GLAcctId);
 -- Histories and balances of an account over dates.

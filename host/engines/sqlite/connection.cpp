@@ -10,6 +10,7 @@
 #include "host/engines/sqlite/run/change.h"
 #include "host/engines/sqlite/run/cursor.h"
 #include "host/engines/sqlite/run/row_changer.h"
+#include "host/engines/sqlite/totals/kept_totals.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -59,6 +60,7 @@ QuorDataLib::Ref<QuorDataLib::Recordset> Connection::OpenRecordset(
   requireMode(mode);
   const std::shared_ptr<Database>& database = store_->database();
   database->refresh();
+  storeTotals(*database);
   StatementCache::Taken query = database->cache().take(sql, dialect_, store_->catalogue());
   const Sql::Translation& translation = query.source->translation;
   if (translation.kind != StatementKind::Select) {
@@ -91,9 +93,10 @@ void Connection::Execute(const std::string& sql, std::int32_t& recordsAffected,
       refuseStatement("The company's tables cannot be changed over a connection");
   }
   store_->requireWritable();
+  // Only a select in it can read totals.
+  if (change.source->translation.sql.find("SELECT") != std::string::npos) storeTotals(database);
   bindMarkers(change.statement, change.source->translation.markers, parameters.values());
-  runChange(database, change.statement, sql, TimeLimit(timeout_));
-  recordsAffected = sqlite3_changes(database.handle());
+  recordsAffected = runChange(database, change.statement, sql, TimeLimit(timeout_));
   database.cache().giveBack(std::move(change));
 }
 

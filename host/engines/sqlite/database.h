@@ -8,11 +8,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/engines/rows/cursor.h"
 #include "host/engines/sqlite/session.h"
 #include "host/engines/sqlite/statement.h"
+#include "host/engines/sqlite/write/kept_totals_text.h"
 #include "host/engines/store.h"
 
 namespace QuorHost::Sqlite {
@@ -49,6 +51,13 @@ class Database {
   [[nodiscard]] const std::string& path() const noexcept { return path_; }
   [[nodiscard]] bool writable() const noexcept { return access_ == Access::Write; }
   [[nodiscard]] bool inTransaction() const { return sqlite3_get_autocommit(handle()) == 0; }
+
+  /// False when the database was given up.
+  [[nodiscard]] bool usable() const noexcept { return !sessions_.empty(); }
+
+  /// The totals that are kept in the file.
+  [[nodiscard]] const std::vector<KeptTotals>& kept() const noexcept { return kept_; }
+  void keep(std::vector<KeptTotals> totals) { kept_ = std::move(totals); }
 
   /// Runs a statement of the host's own to its end.
   void run(std::string_view sql);
@@ -95,6 +104,7 @@ class Database {
   Durability durability_;
   bool sealed_ = true;
   OpenHandle open_;
+  std::vector<KeptTotals> kept_;
   std::vector<std::shared_ptr<Session>> sessions_;  // the one in use first; none when given up
 };
 

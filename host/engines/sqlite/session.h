@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/engines/sqlite/statement_cache.h"
+#include "host/engines/sqlite/totals/pending_totals.h"
 
 namespace QuorHost::Sqlite {
 
@@ -20,8 +21,12 @@ using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 
 /// All statements that run on one handle at the same time read the company as of one moment.
 struct Session {
-  explicit Session(Handle opened) : handle(std::move(opened)), cache(handle.get()) {}
+  explicit Session(Handle opened) : handle(std::move(opened)), cache(handle.get()) {
+    totals.attach(handle.get());
+  }
 
+  /// What the open transaction has changed kept totals by.
+  PendingTotals totals;
   Handle handle;
   StatementCache cache;
   /// The cursors that stand on a row.

@@ -16,6 +16,7 @@ add_library(quoracc_sqlite_sql
   ${CMAKE_CURRENT_LIST_DIR}/write/expression_form.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/expression_writer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/filter.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/kept_totals_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/query_writer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/raising.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/sql_text.cpp

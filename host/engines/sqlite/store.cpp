@@ -14,6 +14,7 @@
 #include "host/engines/sqlite/stored_catalogue.h"
 #include "host/engines/sqlite/stored_schema.h"
 #include "host/engines/sqlite/table_remake.h"
+#include "host/engines/sqlite/totals/kept_totals.h"
 #include "host/engines/sqlite/transaction.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "host/engines/temporary_file.h"
@@ -36,7 +37,12 @@ bool isDefinition(StatementKind kind) {
 SqliteStore::SqliteStore(std::shared_ptr<Database> database) : database_(std::move(database)) {
   StoredCatalogue stored = readStoredCatalogue(*database_);
   requireKnownForms(*database_, stored.definitions);
-  catalogue_ = std::move(stored.catalogue);
+  know(std::move(stored.catalogue));
+}
+
+void SqliteStore::know(Sql::Catalogue catalogue) {
+  catalogue_ = std::move(catalogue);
+  database_->keep(keptTotals(catalogue_));
 }
 
 void SqliteStore::requireWritable() const {
@@ -66,8 +72,11 @@ void SqliteStore::define(std::string_view statement) {
     storeDefinition(*database_, statement, definition);
     Sql::Catalogue extended = catalogue_;
     Sql::enter(definition, extended);
+    if (!definition.created.keptOf.empty()) {
+      beginToKeep(*database_, KeptTotals(*extended.find(definition.created.name), extended));
+    }
     database_->run("RELEASE Definition");
-    catalogue_ = std::move(extended);
+    know(std::move(extended));
   } catch (...) {
     database_->rollBackTo("Definition");
     throw;
@@ -81,7 +90,7 @@ void SqliteStore::redefine(std::string_view table, std::string_view statement) {
   database_->prepareForChange();
   remakeTable(*database_, catalogue_, table, statement);
   database_->forgetStatements();
-  catalogue_ = readStoredCatalogue(*database_).catalogue;
+  know(readStoredCatalogue(*database_).catalogue);
   definedInTransaction_ = database_->inTransaction();
 }
 
@@ -89,7 +98,7 @@ void SqliteStore::forgetDefinitions() noexcept {
   if (!definedInTransaction_) return;
   try {
     database_->forgetStatements();
-    catalogue_ = readStoredCatalogue(*database_).catalogue;
+    know(readStoredCatalogue(*database_).catalogue);
     definedInTransaction_ = false;
   } catch (...) {  // NOLINT(bugprone-empty-catch): the engine refuses statements on what is gone
   }
@@ -127,7 +136,11 @@ std::unique_ptr<ChangeLog> SqliteStore::watch(const WatchedTable& watched) {
 
 std::vector<std::string> SqliteStore::integrityFindings() {
   database_->refresh();
-  return fileFindings(*database_);
+  storeTotals(*database_);
+  std::vector<std::string> findings = fileFindings(*database_);
+  // In a damaged file nothing adds up.
+  if (findings.empty()) findings = wrongTotals(*database_);
+  return findings;
 }
 
 void SqliteStore::copyTo(

@@ -46,6 +46,8 @@ class SqliteStore final : public Store {
   void forgetDefinitions() noexcept;
 
  private:
+  void know(Sql::Catalogue catalogue);
+
   std::shared_ptr<Database> database_;
   Sql::Catalogue catalogue_;
   bool definedInTransaction_ = false;

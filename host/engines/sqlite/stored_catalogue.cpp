@@ -6,6 +6,7 @@
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/write/kept_totals_text.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "platform/error.h"
 
@@ -21,7 +22,7 @@ constexpr std::string_view kCreate =
     "CREATE TABLE QuorCatalogue (Position INTEGER PRIMARY KEY, Name TEXT NOT NULL,"
     " Kind TEXT NOT NULL, Sql TEXT NOT NULL) STRICT";
 constexpr std::string_view kRead =
-    "SELECT Sql FROM QuorCatalogue WHERE Position > 0 ORDER BY Position";
+    "SELECT Sql FROM QuorCatalogue WHERE Position > 0 AND Kind <> 'trigger' ORDER BY Position";
 constexpr std::string_view kAppend =
     "INSERT INTO QuorCatalogue (Position, Name, Kind, Sql)"
     " VALUES ((SELECT max(Position) + 1 FROM QuorCatalogue), ?1, ?2, ?3)";
@@ -31,10 +32,14 @@ constexpr std::string_view kStoreOrder =
     "INSERT OR REPLACE INTO QuorCatalogue (Position, Name, Kind, Sql)"
     " VALUES (0, 'texts', 'order', ?1)";
 
-std::string_view kindName(StatementKind kind) {
-  switch (kind) {
+constexpr std::string_view kTable = "table";
+constexpr std::string_view kTrigger = "trigger";
+
+std::string_view kindName(const Sql::Translation& definition) {
+  if (!definition.created.keptOf.empty()) return kTable;
+  switch (definition.kind) {
     case StatementKind::CreateTable:
-      return "table";
+      return kTable;
     case StatementKind::CreateView:
       return "view";
     default:
@@ -71,7 +76,14 @@ StoredCatalogue readStoredCatalogue(Database& database) {
           Sql::translate(cellOf(rows, 0).text, Sql::Dialect::Server, stored.catalogue, writer);
       Sql::enter(definition, stored.catalogue);
       stored.definitions.push_back(
-          {kindName(definition.kind), definition.created.name, std::move(definition.sql)});
+          {kindName(definition), definition.created.name, std::move(definition.sql)});
+      if (definition.created.keptOf.empty()) continue;
+      const KeptTotals totals(definition.created, stored.catalogue);
+      const auto names = keptTriggerNames(totals.view());
+      auto triggers = totals.triggers();
+      for (std::size_t i = 0; i < names.size(); ++i) {
+        stored.definitions.push_back({kTrigger, names[i], std::move(triggers[i])});
+      }
     }
   } catch (const Error& error) {
     Rows::raiseNaming(
@@ -82,11 +94,17 @@ StoredCatalogue readStoredCatalogue(Database& database) {
 
 void storeDefinition(Database& database, std::string_view statement,
                      const Sql::Translation& translation) {
-  Statement append(database.handle(), kAppend);
-  bindText(append, 1, translation.created.name);
-  bindText(append, 2, kindName(translation.kind));
-  bindText(append, 3, statement);
-  append.step();
+  const auto append = [&](std::string_view name, std::string_view kind, std::string_view sql) {
+    Statement row(database.handle(), kAppend);
+    bindText(row, 1, name);
+    bindText(row, 2, kind);
+    bindText(row, 3, sql);
+    row.step();
+  };
+  const Sql::Relation& created = translation.created;
+  append(created.name, kindName(translation), statement);
+  if (created.keptOf.empty()) return;
+  for (const std::string& trigger : keptTriggerNames(created.name)) append(trigger, kTrigger, "");
 }
 
 void replaceDefinition(Database& database, std::string_view name, std::string_view statement) {

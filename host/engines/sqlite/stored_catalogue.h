@@ -12,7 +12,8 @@
 namespace QuorHost::Sqlite {
 
 /// Makes the table that keeps the definitions: the `CREATE` statements of tables, views and indexes
-/// in the server dialect, in their order. They are the truth about column types; the engine's own
+/// in the server dialect, in their order. Kept totals are a table there, and their triggers stand
+/// behind them without a statement. They are the truth about column types; the engine's own
 /// schema knows only how the values are stored.
 void createStoredCatalogue(Database& database);
 
@@ -21,7 +22,7 @@ void createStoredCatalogue(Database& database);
 
 /// An object of the file as its definition makes it.
 struct StoredDefinition {
-  std::string_view kind;  // "table", "view" or "index"
+  std::string_view kind;  // "table", "view", "index" or "trigger"
   std::string name;
   /// The engine's statement.
   std::string sql;

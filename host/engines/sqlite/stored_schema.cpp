@@ -12,11 +12,12 @@
 namespace QuorHost::Sqlite {
 namespace {
 
-/// Objects that are neither the engine's own nor in the definitions; a table without pages is a
-/// virtual one.
+/// Objects that are neither the engine's own nor in the list of definitions, or triggers on that
+/// list; a table without pages is a virtual one.
 constexpr std::string_view kUnknown =
     "SELECT iif(type = 'table' AND rootpage = 0, 'virtual table', type), name FROM sqlite_schema"
-    " AS Object WHERE type = 'trigger' OR (type = 'table' AND rootpage = 0)"
+    " AS Object WHERE (type = 'table' AND rootpage = 0)"
+    " OR (type = 'trigger' AND tbl_name = 'QuorCatalogue' COLLATE NOCASE)"
     " OR (name NOT GLOB 'sqlite_autoindex_*' AND name NOT GLOB 'sqlite_stat[1-4]'"
     " AND name <> 'QuorCatalogue'"
     " AND NOT EXISTS (SELECT 1 FROM QuorCatalogue AS Known WHERE Known.Position > 0"
@@ -28,6 +29,12 @@ constexpr std::string_view kUnknown =
                                   QuorDataLib::shownText(name) +
                                   ", which this program has not made so: the file was damaged or "
                                   "changed by another program; restore it from a copy");
+}
+
+[[noreturn]] void refuseMissing(const Database& database, std::string_view trigger) {
+  refuseFile(database.path(), "lacks the trigger " + QuorDataLib::shownText(trigger) +
+                                  ", without which totals would not be kept: the file was changed "
+                                  "by another program; restore it from a copy");
 }
 
 std::string textAt(const Statement& row, int column) {
@@ -127,13 +134,25 @@ void requireKnownObjects(Database& database) {
 void requireKnownForms(Database& database, const std::vector<StoredDefinition>& definitions) {
   std::vector<const StoredDefinition*> older;
   {
+    // Those that nobody's definition makes stand in the list of definitions by their names alone.
+    Statement triggers(database.handle(), "SELECT name FROM sqlite_schema WHERE type = 'trigger'");
+    while (triggers.step()) {
+      const std::string name = textAt(triggers, 0);
+      const bool known = std::ranges::any_of(definitions, [&](const StoredDefinition& definition) {
+        return definition.kind == "trigger" && definition.name == name;
+      });
+      if (!known) refuseObject(database, "trigger", name);
+    }
     Statement form(database.handle(),
                    "SELECT sql FROM sqlite_schema WHERE type = ?1 AND name = ?2");
     for (const StoredDefinition& definition : definitions) {
       bindText(form, 1, definition.kind);
       bindText(form, 2, definition.name);
-      const std::string sql = form.step() ? textAt(form, 0) : definition.sql;
+      const bool there = form.step();
+      const std::string sql = there ? textAt(form, 0) : definition.sql;
       form.reset();
+      // Without its trigger, nothing would keep totals true.
+      if (!there && definition.kind == "trigger") refuseMissing(database, definition.name);
       if (sql == definition.sql) continue;
       const bool known = definition.kind == "view" ? isPlainView(sql)
                          : definition.kind == "table"

@@ -8,8 +8,8 @@
 
 namespace QuorHost::Sqlite {
 
-/// Sees that the file holds nothing but tables, views and indexes that its own definitions name: a
-/// trigger, a virtual table or any other object has been put there by somebody else, and would work
+/// Sees that the file holds nothing but what its own definitions name: any other trigger, a virtual
+/// table or any other object has been put there by somebody else, and would work
 /// behind everybody's back. Raises 75 with the file and the object otherwise. Nothing but the
 /// engine's list of objects and the definitions' names are read for that.
 void requireKnownObjects(Database& database);

@@ -9,6 +9,7 @@
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/statement.h"
 #include "host/engines/sqlite/stored_catalogue.h"
+#include "host/engines/sqlite/totals/kept_totals.h"
 #include "host/engines/sqlite/write/sql_writer.h"
 #include "host/sql/front_end.h"
 #include "host/sql/names.h"
@@ -93,6 +94,9 @@ void remake(Database& database, const Sql::Relation& before, const Sql::Translat
                " FROM temp.QuorRows ORDER BY rowid");
   database.run("DROP TABLE temp.QuorRows");
   for (const std::string& index : indexes) database.run(index);
+  for (const KeptTotals& totals : database.kept()) {
+    if (totals.table() == before.name) goOnKeeping(database, totals);
+  }
   replaceDefinition(database, before.name, statement);
 }
 

@@ -5,6 +5,7 @@
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/run/change.h"
+#include "host/engines/sqlite/totals/kept_totals.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
@@ -51,6 +52,7 @@ void SqliteTransaction::commit() {
     refuseStatement("The transaction was undone when a statement in it failed; nothing was kept");
   }
   database.prepareForChange();
+  storeTotals(database);
   database.run("COMMIT");
   std::exchange(store_, nullptr)->database()->seal();
 }

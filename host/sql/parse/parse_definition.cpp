@@ -51,8 +51,14 @@ Syntax::Statement Parser::parseCreate() {
   if (acceptName("table")) return parseCreateTable();
   if (acceptName("view")) {
     Syntax::CreateView view{.name = parseTableName("the name of the view")};
+    if (acceptName("with")) {
+      expectName("schemabinding");
+      view.kept = true;
+      ownersStand_ = true;
+    }
     expect(Lexeme::As, "AS");
     view.query = parseQuery();
+    ownersStand_ = false;
     return view;
   }
   const bool unique = acceptName("unique");

@@ -93,6 +93,7 @@ Syntax::Delete Parser::parseDelete() {
 }
 
 Syntax::Name Parser::parseTableName(const char* expected) {
+  if (ownersStand_ && atName("dbo") && token(1).lexeme == Lexeme::Dot) position_ += 2;
   const Syntax::Name name = parseName(expected);
   if (at(Lexeme::Dot)) {
     text_.refuse("Tables and views have plain names, without an owner or a database before them",

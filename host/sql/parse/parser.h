@@ -133,6 +133,8 @@ class Parser {
   std::size_t position_ = 0;
   std::uint32_t markers_ = 0;
   int level_ = 0;
+  /// A table may be called `dbo.name`, as it must be in a view whose rows are kept.
+  bool ownersStand_ = false;
   int deepest_ = 0;  // depth of the deepest expression of the current query
 };
 

@@ -123,7 +123,56 @@ Tree::CreateView Resolver::resolveView(const Syntax::CreateView& syntax) {
   Tree::CreateView view{.name = syntax.name.text};
   view.query = resolveQuery(*syntax.query, nullptr, Place::Inner);
   requireNames(*view.query, syntax.name.text, syntax.name.word);
+  if (syntax.kept) resolveKept(syntax, view);
   return view;
+}
+
+/// Sees that the view is one of totals that can be kept true by small steps, each exact: what is
+/// taken away later must leave what was there before.
+void Resolver::resolveKept(const Syntax::CreateView& syntax, Tree::CreateView& view) {
+  const auto refuse = [&](const std::string& what) {
+    text_.refuse("The rows of a view WITH SCHEMABINDING are kept: " + what, syntax.name.word);
+  };
+  const Tree::Select* const select =
+      view.query->branches.size() == 1 ? view.query->branches.front().select : nullptr;
+  const Tree::Source* const source =
+      select != nullptr && select->from != nullptr ? select->from->source : nullptr;
+  if (source == nullptr || source->relation == nullptr ||
+      source->relation->kind != Relation::Kind::Table || select->distinct || select->top ||
+      select->where != nullptr || select->having != nullptr || select->groupBy.empty()) {
+    refuse("it groups all rows of one table");
+  }
+  const std::vector<Column>& columns = source->relation->columns;
+  std::vector<KeptColumn> kept;
+  bool counted = false;
+  for (std::size_t i = 0; i < select->outputs.size(); ++i) {
+    const Tree::Expression& value = *select->outputs[i].value;
+    if (i < select->groupBy.size()) {
+      const bool exact = value.type != Type::Text && value.type != Type::Double;
+      if (!Tree::same(value, *select->groupBy[i]) || !exact ||
+          value.kind != Tree::Expression::Kind::Column) {
+        refuse("its keys come first, in the order of GROUP BY, and are no texts and no floats");
+      }
+      kept.push_back({KeptColumn::Kind::Key, value.column});
+    } else if (value.kind == Tree::Expression::Kind::Aggregate && value.args.empty()) {
+      kept.push_back({});
+      counted = true;
+    } else {
+      const Tree::Expression* const of = value.args.size() == 1 ? value.args[0] : nullptr;
+      const bool sum = value.kind == Tree::Expression::Kind::Aggregate && !value.distinct &&
+                       value.function == Function::Sum &&
+                       of->kind == Tree::Expression::Kind::Column &&
+                       !columns[of->column].nullable && of->type != Type::Double &&
+                       std::ranges::find(kept, of->column, &KeptColumn::column) == kept.end();
+      if (!sum)
+        refuse("behind the keys stand SUMs of exact numbers that are NOT NULL, and COUNT(*)");
+      kept.push_back({KeptColumn::Kind::Sum, of->column});
+    }
+  }
+  if (!counted) refuse("it needs COUNT(*), which tells when a group has no more rows");
+  if (columns[kept.front().column].nullable) refuse("its first key is NOT NULL");
+  view.keptOf = source->relation;
+  view.kept = arena_.list(kept);
 }
 
 Tree::CreateIndex Resolver::resolveCreateIndex(const Syntax::CreateIndex& syntax) {

@@ -162,6 +162,7 @@ class Resolver {
   Tree::TableColumn resolveTableColumn(const Syntax::ColumnDefinition& definition);
   Tree::Constraint resolveConstraint(const Syntax::Constraint& constraint,
                                      Tree::CreateTable& table);
+  void resolveKept(const Syntax::CreateView& create, Tree::CreateView& view);
   Tree::CreateIndex resolveCreateIndex(const Syntax::CreateIndex& create);
   void requireFreeName(const Syntax::Name& name) const;
 

@@ -12,6 +12,7 @@ class ViewOpener final : public Walker {
   // The walk goes on inside what was opened, and so finds views of views.
   void visit(Tree::Source& source) override {
     if (source.relation == nullptr || source.relation->kind != Relation::Kind::View) return;
+    if (!source.relation->keptOf.empty()) return;  // its rows are there
     source.query = views_(*source.relation);
     if (source.query != nullptr) source.relation = nullptr;
   }

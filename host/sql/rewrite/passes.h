@@ -28,6 +28,16 @@ void foldUnions(Tree::Query& query, Arena& arena);
 /// number by which an index of the table groups the rows of each branch, and no primary key.
 void sumBranches(Tree::Query& query, Arena& arena);
 
+/// Reads totals that are kept instead of the rows that they are of:
+///   SELECT SUM(d.a) FROM d WHERE d.k = 5   becomes   SELECT SUM(t.a) FROM t WHERE t.k = 5
+/// where t has a row for all rows of d of the same k.
+/// Conditions: the select is grouped; besides keys of t, whatever it reads of d stands in a SUM
+/// that adds and takes away columns that t has the sums of, or chooses by keys whether to, or is
+/// COUNT(*); the other tables' columns are in no SUM, AVG or COUNT. Where an index of d begins with
+/// another key that WHERE or a join asks for, and no constant is asked for t's first key, d is read
+/// by that index; the same where a derived table or view has such a key in its groups.
+void useKeptTotals(Tree::Query& query, const Catalogue& catalogue, Arena& arena);
+
 /// Looks totals up where few of them are wanted, or where that costs no more:
 ///   p LEFT JOIN (SELECT k, SUM(a) AS t FROM d WHERE c GROUP BY k) AS g ON p.id = g.k
 /// loses the join, and g.t becomes (SELECT SUM(a) FROM d WHERE c AND k = p.id). The engine builds a

@@ -4,10 +4,12 @@
 
 namespace QuorHost::Sql {
 
-void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena) {
+void rewrite(Tree::Query& query, const Catalogue& catalogue, const ViewReader& views,
+             Arena& arena) {
   openViews(query, views);
   foldUnions(query, arena);
   sumBranches(query, arena);
+  useKeptTotals(query, catalogue, arena);
   lookUpTotals(query, arena);
   dropUnreadColumns(query, arena);
   orderJoins(query);

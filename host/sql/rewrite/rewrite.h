@@ -17,6 +17,6 @@ namespace QuorHost::Sql {
 using ViewReader = std::function<Tree::Query*(const Relation& view)>;
 
 /// Runs all passes over `query`, a whole statement, in place.
-void rewrite(Tree::Query& query, const ViewReader& views, Arena& arena);
+void rewrite(Tree::Query& query, const Catalogue& catalogue, const ViewReader& views, Arena& arena);
 
 }  // namespace QuorHost::Sql

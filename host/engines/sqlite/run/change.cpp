@@ -6,6 +6,7 @@
 
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
+#include "host/engines/sqlite/totals/kept_totals.h"
 #include "platform/error.h"
 #include "platform/values/shown_text.h"
 
@@ -33,9 +34,11 @@ class Again {
   Again(Database& database, Statement& change, std::string_view text)
       : database_(database), handle_(database.handle()), change_(change), text_(text) {
     database_.run("SAVEPOINT Again");
+    database_.session()->totals.beginInVain();
   }
   ~Again() {
     change_.reset();
+    if (database_.usable()) database_.session()->totals.end(true);
     database_.rollBackTo("Again");
     // Or the next changes of the transaction would be looked at when it ends.
     sqlite3_exec(handle_, "PRAGMA defer_foreign_keys=OFF", nullptr, nullptr, nullptr);
@@ -158,8 +161,9 @@ std::string explained(Database& database, Statement& change, std::string_view te
 
 }  // namespace
 
-void runChange(Database& database, Statement& change, std::string_view text, TimeLimit limit,
-               const std::function<void()>& onRow) {
+std::int32_t runChange(Database& database, Statement& change, std::string_view text,
+                       TimeLimit limit, const std::function<void()>& onRow) {
+  RowChange kept(database, text);
   try {
     while (change.step(text, limit)) {
       if (onRow) onRow();
@@ -171,6 +175,9 @@ void runChange(Database& database, Statement& change, std::string_view text, Tim
     if (what.empty()) throw;
     refuseStatement(what + inStatement(text));
   }
+  const std::int32_t changed = sqlite3_changes(database.handle());
+  kept.finish();
+  return changed;
 }
 
 }  // namespace QuorHost::Sqlite

@@ -1,9 +1,12 @@
 #include "host/engines/sqlite/write/sql_writer.h"
 
+#include <string>
 #include <variant>
+#include <vector>
 
 #include "host/engines/sqlite/write/expression_writer.h"
 #include "host/engines/sqlite/write/filter.h"
+#include "host/engines/sqlite/write/kept_totals_text.h"
 #include "host/engines/sqlite/write/query_writer.h"
 #include "host/sql/tree.h"
 
@@ -60,6 +63,7 @@ class StatementWriter {
   }
 
   void operator()(const Sql::Tree::CreateView& view) {
+    if (view.keptOf != nullptr) return keptTable(view);
     sql_.add("CREATE VIEW ").ownName(view.name).add(" AS ");
     QueryWriter(sql_).write(*view.query, true);
   }
@@ -159,6 +163,32 @@ class StatementWriter {
     sql_.add(" CHECK (").add(of).add("(").name(column.name).add(")").add(condition);
     sql_.add(" OR quor_misfit(").name(column.name).add(", ").literal(column.name).add(", ");
     sql_.literal(table.name).add(", ").literal(otherwise).add("))");
+  }
+
+  /// The table of totals that are kept. A primary key of this kind of table holds no null, so that
+  /// a key that may be one stands in a column of its own, where an empty blob is the null.
+  void keptTable(const Sql::Tree::CreateView& view) {
+    using Kind = Sql::KeptColumn::Kind;
+    sql_.add("CREATE TABLE ").ownName(view.name).add(" (");
+    std::vector<std::string> keys;
+    for (std::size_t i = 0; i < view.kept.size(); ++i) {
+      const Sql::Tree::OutputColumn& column = view.query->columns[i];
+      const Sql::KeptColumn& kept = view.kept[i];
+      const std::string stored = keptName(column.name, view.keptOf->columns, kept);
+      const bool maybeNull = stored != column.name;
+      sql_.name(stored).add(" ").add(maybeNull ? "ANY" : storedType(column.type));
+      sql_.add(" NOT NULL, ");
+      if (kept.kind == Kind::Key) keys.push_back(stored);
+    }
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      const Sql::Tree::OutputColumn& column = view.query->columns[i];
+      if (keys[i] == column.name) continue;
+      sql_.name(column.name).add(" ").add(storedType(column.type)).add(" AS (nullif(");
+      sql_.name(keys[i]).add(", x'')) VIRTUAL, ");
+    }
+    sql_.add("PRIMARY KEY (");
+    list(keys, [&](const std::string& key) { sql_.name(key); });
+    sql_.add(")) STRICT, WITHOUT ROWID");
   }
 
   static std::string_view storedType(Type type) {
