@@ -95,6 +95,7 @@ Pair replay(const std::shared_ptr<StockCompany>& stock) {
       "SELECT Type, ExSrcKeyVal, ExDetId, Qty, Cost, Invoiced FROM InvenDet WHERE ExItemId = 1 "
       "AND DetDate <= '9999-12-31' ORDER BY DetDate, Type, SeqNo, InTrxId");
   return {[stock] {
+            stock->company()->use();
             CInventoryHelper helper;
             if (helper.GetAvgCostRange(kBusiest, {}, 0, "", "", false).isZero()) {
               throw std::runtime_error("the replay: the item has no cost");
@@ -107,7 +108,11 @@ template <class Open>
 Pair against(const std::shared_ptr<StockCompany>& stock, const Open& open, const std::string& sql) {
   auto byHand = std::make_shared<Query>(stock->company()->byHand(), sql);
   requireSame(read(open()), byHand->read());
-  return {[stock, open] { read(open()); }, [byHand] { byHand->read(); }};
+  return {[stock, open] {
+            stock->company()->use();
+            read(open());
+          },
+          [byHand] { byHand->read(); }};
 }
 
 Pair onHand(const std::shared_ptr<StockCompany>& stock) {

@@ -18,8 +18,6 @@ using QuorAccQueries::CGeneralLedgerQueries;
 using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::make;
-using QuorDataLib::Recordset;
-using QuorDataLib::Ref;
 
 const Date kFrom = Date::of(2024, 1, 1);
 const Date kTo = Date::of(2024, 6, 30);
@@ -64,28 +62,6 @@ Pair upTo(const std::shared_ptr<Company>& company, const Open& open, const std::
   byHand->bind(1, kTo.toText());
   requireSame(read(opened()), byHand->read());
   return {[opened] { read(opened()); }, [byHand] { byHand->read(); }};
-}
-
-Ref<Recordset> openBalances(const std::shared_ptr<Company>& company, std::int32_t account) {
-  const auto queries = make<CGeneralLedgerQueries>();
-  queries->SetCustomConnection(company->connection());
-  return queries->OpenGLAcctBalanceRange(account, Date::of(1900, 1, 1), kTo, "", "");
-}
-
-Pair balancesOfAll(const std::shared_ptr<Company>& company) {
-  return upTo(
-      company, [company] { return openBalances(company, 0); },
-      "SELECT ExAcctId, sum(DetAmnt), sum(ForeignAmnt) FROM GLDet WHERE DetDate >= '1900-01-01' "
-      "AND DetDate <= ?1 GROUP BY ExAcctId");
-}
-
-Pair balanceOfOne(const std::shared_ptr<Company>& company) {
-  const std::int32_t account = busiestAccount(company);
-  return upTo(
-      company, [company, account] { return openBalances(company, account); },
-      "SELECT ExAcctId, sum(DetAmnt), sum(ForeignAmnt) FROM GLDet WHERE DetDate >= '1900-01-01' "
-      "AND DetDate <= ?1 AND ExAcctId = " +
-          std::to_string(account) + " GROUP BY ExAcctId");
 }
 
 /// What every account grew by in each month.
@@ -175,10 +151,6 @@ void addLedger(Suite& suite, Companies& companies, int scale) {
   const std::string size = ", " + std::to_string(scale) + ",000 invoices";
   suite.compare("history of a ledger account" + size + " / by hand", 1.10,
                 [&companies, scale] { return historyOfAccount(companies.open(scale)); });
-  suite.compare("balances of all accounts" + size + " / added up by hand", 0.5,
-                [&companies, scale] { return balancesOfAll(companies.open(scale)); });
-  suite.compare("balance of the busiest account" + size + " / added up by hand", 0.8,
-                [&companies, scale] { return balanceOfOne(companies.open(scale)); });
   suite.compare("growth of all accounts by month" + size + " / added up by hand", 0.5,
                 [&companies, scale] { return growth(companies.open(scale)); });
   suite.limit("trial balance through a helper that keeps rows" + size, 50,
