@@ -125,6 +125,10 @@ std::unique_ptr<RowWriter> SqliteStore::writer(const std::string& table,
   requireWritable();
   const Sql::Relation* const relation = catalogue_.find(table);
   if (relation == nullptr) refuseStatement("There is no table " + table);
+  if (database_->inTransaction()) {
+    database_->prepareForChange();
+    expectMany(*database_, relation->name);
+  }
   return std::make_unique<SqliteRowWriter>(database_, *relation, columns);
 }
 

@@ -16,6 +16,12 @@ void addUp(Database& database, const KeptTotals& totals) {
   database.run(totals.fill());
 }
 
+void dropTriggers(Database& database, const KeptTotals& totals) {
+  for (const std::string& name : keptTriggerNames(totals.view())) {
+    database.run("DROP TRIGGER IF EXISTS " + quotedName(name));
+  }
+}
+
 /// Adds to each group what it has changed by, in the order of the groups.
 void addChanges(Database& database, const KeptTotals& totals, const Changes& changes) {
   using Group = std::pair<const std::string, std::vector<std::int64_t>>;
@@ -46,6 +52,10 @@ void store(Database& database, const Changes& changes) {
     refuseStatement("The totals " + changes.view + " are not known; open the company again");
   }
   try {
+    if (changes.untold) {
+      dropTriggers(database, *totals);
+      goOnKeeping(database, *totals);
+    }
     if (changes.addUpAnew) {
       addUp(database, *totals);
     } else {
@@ -84,6 +94,16 @@ void beginToKeep(Database& database, const KeptTotals& totals) {
 
 void goOnKeeping(Database& database, const KeptTotals& totals) {
   for (const std::string& trigger : totals.triggers()) database.run(trigger);
+}
+
+void expectMany(Database& database, const std::string& table) {
+  for (const KeptTotals& totals : database.kept()) {
+    if (totals.table() != table) continue;
+    const std::string any = "SELECT EXISTS (SELECT 1 FROM " + quotedName(table) + ")";
+    if (database.number(any) != 0) return;
+    dropTriggers(database, totals);
+    database.session()->totals.beUntold(totals.view());
+  }
 }
 
 void storeTotals(Database& database) {

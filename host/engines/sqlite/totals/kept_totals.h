@@ -16,6 +16,10 @@ void beginToKeep(Database& database, const KeptTotals& totals);
 /// Lets the triggers follow a table that was made anew with all its rows.
 void goOnKeeping(Database& database, const KeptTotals& totals);
 
+/// Takes the triggers of `table` away until totals are stored, if it is empty: much may come into
+/// it, which is added up faster at once. Only in a transaction.
+void expectMany(Database& database, const std::string& table);
+
 /// Stores what the open transaction has changed kept totals by. Must come before every statement
 /// that could read them, and before the transaction ends. Raises an overflow when a total becomes
 /// too large.

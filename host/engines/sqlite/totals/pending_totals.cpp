@@ -110,9 +110,17 @@ bool PendingTotals::isMuch() const noexcept {
 std::vector<PendingTotals::Changes> PendingTotals::take() {
   std::vector<Changes> nothing;
   for (const Changes& changes : changes_) {
-    nothing.push_back({.view = changes.view, .groups = {}, .addUpAnew = true});
+    nothing.push_back(
+        {.view = changes.view, .groups = {}, .addUpAnew = true, .untold = changes.untold});
   }
   return std::exchange(changes_, std::move(nothing));
+}
+
+void PendingTotals::beUntold(std::string_view view) {
+  Changes& changes = of(view);
+  changes.addUpAnew = true;
+  changes.untold = true;
+  changes.groups.clear();
 }
 
 int PendingTotals::beforeCommit(void* pending) noexcept {

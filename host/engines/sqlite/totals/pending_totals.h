@@ -29,6 +29,8 @@ class PendingTotals {
     bool addUpAnew = false;
     /// The running statement has changed them.
     bool touched = false;
+    /// Their triggers are away, as so much comes that it is added up at once.
+    bool untold = false;
   };
 
   PendingTotals() = default;
@@ -55,6 +57,8 @@ class PendingTotals {
   /// up anew.
   [[nodiscard]] std::vector<Changes> take();
   void forget() noexcept { changes_.clear(); }
+  /// From now on nothing is told of the rows that `view` is of: its triggers were taken away.
+  void beUntold(std::string_view view);
 
  private:
   enum class Running : std::uint8_t { No, Counted, InVain };
