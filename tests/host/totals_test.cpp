@@ -12,7 +12,6 @@ namespace QuorHost::Testing {
 namespace {
 
 using QuorDataLib::kStatementRefused;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -182,7 +181,7 @@ TEST_F(KeptBeside, SeveralProcessesAtATime) {
   store = openCompanyFile(path(), Access::Write);
   connection = store->connect(Sql::Dialect::Server);
   EXPECT_EQ(only(connection, "SELECT SUM(Amnt) AS S FROM Line WHERE Acct = 5"),
-            Value(Currency::fromInteger(3 * 3 * kEach)));
+            Value(Currency::fromInteger(std::int64_t{9} * kEach)));
   expectTrue();
 }
 

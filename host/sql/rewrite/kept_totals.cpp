@@ -213,6 +213,7 @@ class ColumnChanger final : public Walker {
     if (expression.kind != Kind::Column || expression.source != &from_) return;
     std::optional<std::uint32_t> column = question_.find(expression, KeptColumn::Kind::Key);
     if (!column) column = question_.find(expression, KeptColumn::Kind::Sum);
+    if (!column) return;
     expression.column = *column;
     expression.source = &to_;
   }
