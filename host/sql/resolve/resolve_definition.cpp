@@ -159,8 +159,8 @@ void Resolver::resolveKept(const Syntax::CreateView& syntax, Tree::CreateView& v
       counted = true;
     } else {
       const Tree::Expression* const of = value.args.size() == 1 ? value.args[0] : nullptr;
-      const bool sum = value.kind == Tree::Expression::Kind::Aggregate && !value.distinct &&
-                       value.function == Function::Sum &&
+      const bool sum = of != nullptr && value.kind == Tree::Expression::Kind::Aggregate &&
+                       !value.distinct && value.function == Function::Sum &&
                        of->kind == Tree::Expression::Kind::Column &&
                        !columns[of->column].nullable && of->type != Type::Double &&
                        std::ranges::find(kept, of->column, &KeptColumn::column) == kept.end();
