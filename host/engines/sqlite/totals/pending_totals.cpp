@@ -70,9 +70,10 @@ int bindPacked(sqlite3_stmt* statement, std::string_view packed) {
     if (kind == kNumber) {
       sqlite3_bind_int64(statement, marker, unpackNumber(packed));
     } else if (kind == kText) {
-      const auto size = static_cast<int>(unpackNumber(packed));
-      sqlite3_bind_text(statement, marker, packed.data(), size, SQLITE_TRANSIENT);
-      packed.remove_prefix(static_cast<std::size_t>(size));
+      const auto size = static_cast<std::size_t>(unpackNumber(packed));
+      const std::string text(packed.substr(0, size));
+      sqlite3_bind_text(statement, marker, text.c_str(), static_cast<int>(size), SQLITE_TRANSIENT);
+      packed.remove_prefix(size);
     } else {
       sqlite3_bind_zeroblob(statement, marker, 0);
     }
@@ -109,6 +110,7 @@ bool PendingTotals::isMuch() const noexcept {
 
 std::vector<PendingTotals::Changes> PendingTotals::take() {
   std::vector<Changes> nothing;
+  nothing.reserve(changes_.size());
   for (const Changes& changes : changes_) {
     nothing.push_back(
         {.view = changes.view, .groups = {}, .addUpAnew = true, .untold = changes.untold});
