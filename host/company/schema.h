@@ -21,8 +21,9 @@ void forEachDefinition(
 /// Defines the tables and views in an empty database, without those whose rows are kept.
 void defineRelations(Store& store);
 
-/// Defines the indexes and the views whose rows are kept. Rows are loaded faster without them, so they come last. `done` is told
-/// before each one how many of how many there are already, and at the end.
+/// Defines the indexes and the views whose rows are kept. Rows are loaded faster without them, so
+/// they come last. `done` is told before each one how many of how many there are already, and at
+/// the end.
 void defineIndexes(Store& store, const std::function<void(int done, int total)>& done);
 
 }  // namespace QuorHost

@@ -113,8 +113,9 @@ Tree::Query* viewQuery(const Relation& view, const Catalogue& catalogue, Arena& 
 std::string writeFaster(Tree::Query& query, const Catalogue& catalogue, Arena& arena,
                         const Writer& writer) {
   try {
-    rewrite(query, catalogue,
-            [&](const Relation& view) { return viewQuery(view, catalogue, arena); }, arena);
+    rewrite(
+        query, catalogue, [&](const Relation& view) { return viewQuery(view, catalogue, arena); },
+        arena);
     return writer.write({&query});
   } catch (const QuorDataLib::Error&) {
     // A view's select may make it too deep a statement; as it was, it may not be.
