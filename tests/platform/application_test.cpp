@@ -48,7 +48,7 @@ TEST_F(CurrentApplication, ThreadsWithoutTheirOwnUseTheDefaultOne) {
   onAnotherThread([&] {
     EXPECT_FALSE(currentApplication() == shared) << "each thread has its own object";
     const Ref<Application> own = make<Counted>(alive);
-    installApplication([&own] { return own; });
+    installApplication([&own] { return Ref<Application>(own); });
     EXPECT_EQ(currentApplication(), own);
     installApplication({});
     EXPECT_FALSE(currentApplication() == own);

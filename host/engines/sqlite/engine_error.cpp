@@ -1,7 +1,5 @@
 #include "host/engines/sqlite/engine_error.h"
 
-#include <utility>
-
 #include "host/engines/sqlite/functions/functions.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
@@ -116,9 +114,9 @@ void raiseEngineError(sqlite3* database, int code, std::string_view statement) {
     QuorDataLib::raise(ErrorNumber::OutOfMemory, "Out of memory");
   }
   const char* const path = sqlite3_db_filename(database, "main");
-  std::string description =
+  const std::string description =
       fileMessage(code, path == nullptr || *path == '\0' ? "" : "'" + std::string(path) + "'");
-  if (!description.empty()) refuseStatement(std::move(description));
+  if (!description.empty()) refuseStatement(description);
 
   const std::string where = inStatement(statement);
   if ((code & 0xFF) == SQLITE_CONSTRAINT) {
