@@ -58,6 +58,7 @@ TEST_F(Threads, EachHasItsHostOfTheSameFile) {
       answers += execute(writer->connect(dialect), "UPDATE Cust SET Contact = ? WHERE InCustId = 1",
                          {name});
       raised(QuorDataLib::kStatementRefused, [&] { open(host->connection(), "SELECT x"); });
+      createCompany(folder.file(name + std::to_string(round)), {});
     }
   };
   std::thread desktop(work, Sql::Dialect::Desktop);
