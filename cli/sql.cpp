@@ -36,20 +36,21 @@ Parameters markerValues(const std::vector<std::string>& texts) {
   return Parameters::array(std::move(values));
 }
 
-/// Runs a statement that changes rows. Where it changes stock movements, it also marks the running
-/// costs that no longer hold.
+/// Runs a statement that changes rows. Where it changes what running costs of stock depend on, it
+/// also marks those that no longer hold.
 std::int32_t change(const Session& session, const std::string& statement,
                     const Parameters& values) {
   std::int32_t affected = 0;
   const auto connection = session.connection();
-  if (!mentions(statement, QuorHost::kMovements)) {
+  if (!mentions(statement, QuorHost::kMovements) &&
+      !mentions(statement, QuorHost::kPurchaseLines)) {
     connection->Execute(statement, affected, -1, values);
     return affected;
   }
   const auto transaction = session.store()->begin();
-  QuorHost::MovementWatch movements(*session.store());
+  QuorHost::CostWatch costs(*session.store());
   connection->Execute(statement, affected, -1, values);
-  movements.markStale();
+  costs.markStale();
   transaction->commit();
   return affected;
 }

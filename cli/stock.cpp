@@ -92,8 +92,10 @@ void addRecost(CLI::App& stock, Action& action) {
   command.add_option("FILE", options->file, "The company file")->option_text(" ")->required();
   command.add_option("--item", options->item, "Only this item")->option_text("KEY|CODE");
   command.footer(
-      "Costs become stale from the day of a movement on that is imported or changed. They are\n"
-      "computed from the first stale movement of each item, in one transaction.");
+      "Costs become stale from the day of a movement on that is imported or changed, and from "
+      "that\n"
+      "of a reception on whose purchase is. They are computed from the first stale movement of\n"
+      "each item, in one transaction.");
   command.callback([&action, options] {
     action = [options](Console& console) { return recost(*options, console); };
   });

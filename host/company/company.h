@@ -64,7 +64,8 @@ void backupCompany(const std::string& path, const std::string& copy, bool force,
 /// that a slow one keeps nobody waiting; what does not fit a little memory rests in a temporary
 /// file. Returns the number of rows loaded. Raises an error that names line and column of the first
 /// bad row; nothing is kept then. Stock movements make the running costs of
-/// their items stale from their day on, unless they are all there is and bring their own.
+/// their items stale from their day on, unless they are all there is and bring their own; lines of
+/// purchases those of what was received by them, where they adjust another reception.
 std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv, bool replace);
 
 /// Writes all rows of a table or view as CSV that `importCsv` reads back to the same rows. Returns

@@ -173,11 +173,14 @@ std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv
   const Completion completion(relation, columns);
 
   const std::unique_ptr<Transaction> transaction = store.begin();
-  if (replace) removeRows(store, relation);
-  std::optional<MovementWatch> movements;
-  if (Sql::sameName(relation.name, kMovements) && !bringsCosts(store, relation, columns)) {
-    movements.emplace(store);
+  const bool movements = Sql::sameName(relation.name, kMovements);
+  // With all movements go all costs.
+  if (replace && movements) removeRows(store, relation);
+  std::optional<CostWatch> costs;
+  if (movesCosts(relation.name) && !(movements && bringsCosts(store, relation, columns))) {
+    costs.emplace(store);
   }
+  if (replace && !movements) removeRows(store, relation);
   const std::unique_ptr<RowWriter> writer = store.writer(relation.name, namesOf(columns));
   std::int64_t rows = 0;
   std::vector<Csv::Field> fields;
@@ -200,7 +203,7 @@ std::int64_t importCsv(Store& store, const std::string& table, std::istream& csv
     }
     ++rows;
   }
-  if (movements) movements->markStale();
+  if (costs) costs->markStale();
   transaction->commit();
   return rows;
 }

@@ -51,14 +51,17 @@ class Snapshot {
 struct WatchedTable {
   std::string table;
   std::string key;
+  /// Empty where no date matters.
   std::string date;
+  /// Leaves out rows in which this column is not above zero; empty for all rows.
+  std::string positive;
   std::vector<std::string> columns;
 };
 
 /// While it lives, it notes what changes in a table, by its own store alone.
 class ChangeLog {
  public:
-  /// The earliest date that a changed row of `key` had or has.
+  /// The earliest date that a changed row of `key` had or has, if there are dates.
   struct Change {
     std::int32_t key = 0;
     QuorDataLib::Date from;
@@ -106,7 +109,7 @@ class Store : public std::enable_shared_from_this<Store> {
   [[nodiscard]] virtual std::unique_ptr<RowWriter> writer(
       const std::string& table, const std::vector<std::string>& columns) = 0;
 
-  /// Begins to note changes of a table. There is one log at a time.
+  /// Begins to note changes of a table. There is one log of a table at a time.
   [[nodiscard]] virtual std::unique_ptr<ChangeLog> watch(const WatchedTable& watched) = 0;
 
   /// What is wrong with the file as far as the engine can tell: damage, broken references, objects

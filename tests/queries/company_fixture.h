@@ -70,9 +70,9 @@ class CompanyFile {
   CompanyFile(const CompanyFile&) = delete;
   CompanyFile& operator=(const CompanyFile&) = delete;
 
-  void load(const std::string& table, const std::string& csv) {
+  void load(const std::string& table, const std::string& csv, bool replace = false) {
     std::istringstream text(csv);
-    QuorHost::importCsv(*store_, table, text, false);
+    QuorHost::importCsv(*store_, table, text, replace);
   }
 
   /// A host of this company, installed on the thread while it lives.

@@ -102,7 +102,7 @@ TEST_F(Recost, GivesTheCostsOfAReplayFromTheFirstMovement) {
     }
     if (turn % 4 == 3) {
       const auto transaction = company_.store().begin();
-      QuorHost::MovementWatch watch(company_.store());
+      QuorHost::CostWatch watch(company_.store());
       std::int32_t affected = 0;
       company_.store()
           .connect(Dialect::Server)
@@ -136,6 +136,19 @@ TEST_F(Recost, MarksAndComputesWhatAChangeTouchesAlone) {
   ASSERT_EQ(items.size(), 1U);
   EXPECT_EQ(items[0].item, 1);
   EXPECT_EQ(items[0].computed, count("ExItemId = 1 AND DetDate >= '2025-01-10'"));
+  expectReplayed(company_.store());
+}
+
+// Which receptions adjust others is what the lines of purchases say.
+TEST_F(Recost, FollowsTheLinesOfPurchases) {
+  std::mt19937 random(11);
+  company_.load("InvenDet", randomMovements(random, 150));
+  QuorHost::recostStock(company_.store());
+  company_.load("PurcDet", "InPurcDetId,ExPurcId,ExRecDetId\n7,1,\n8,1,7\n");
+  EXPECT_EQ(count("RunningValuesDirty <> 0"), 0) << "nothing was received by them";
+  company_.load("PurcDet",
+                "InPurcDetId,ExPurcId,ExRecDetId\n1,1,\n2,1,7\n3,1,7\n4,1,\n5,1,\n6,1,3\n", true);
+  EXPECT_GT(QuorHost::recostStock(company_.store()).size(), 0U);
   expectReplayed(company_.store());
 }
 

@@ -1,9 +1,11 @@
 #include "host/company/stock/recost.h"
 
+#include <algorithm>
 #include <span>
 #include <string>
 
 #include "host/company/stock/replay.h"
+#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost {
@@ -169,25 +171,56 @@ std::vector<RecostedItem> recostStock(Store& store, std::int32_t item, const Pro
   return results;
 }
 
-MovementWatch::MovementWatch(Store& store)
+bool movesCosts(std::string_view table) noexcept {
+  return Sql::sameName(table, kMovements) || Sql::sameName(table, kPurchaseLines);
+}
+
+CostWatch::CostWatch(Store& store)
     : store_(store),
-      changes_(store.watch(
+      movements_(store.watch(
           {.table = kMovements,
            .key = "ExItemId",
            .date = "DetDate",
+           .positive = "",
            .columns = {"ExItemId", "DetDate", "Type", "SeqNo", "InTrxId", "Qty", "Cost", "Invoiced",
-                       "ExSrcKeyVal", "ExDetId", "RunningAvgCost", "RunningLastCost"}})) {}
+                       "ExSrcKeyVal", "ExDetId", "RunningAvgCost", "RunningLastCost"}})),
+      lines_(store.watch({.table = kPurchaseLines,
+                          .key = "InPurcDetId",
+                          .date = "",
+                          .positive = "ExRecDetId",
+                          .columns = {"InPurcDetId", "ExPurcId", "ExRecDetId"}})) {}
 
-void MovementWatch::markStale() {
-  const std::vector<ChangeLog::Change> changes = changes_->take();
-  changes_.reset();
+void CostWatch::markStale() {
+  std::map<std::int32_t, QuorDataLib::Date> items;
+  for (const ChangeLog::Change& change : movements_->take()) items[change.key] = change.from;
+  addReceptions(lines_->take(), items);
+  movements_.reset();
+  lines_.reset();
   const Ref<Connection> connection = store_.connect(Sql::Dialect::Server);
-  for (const ChangeLog::Change& change : changes) {
+  for (const auto& [item, from] : items) {
     std::int32_t marked = 0;
     connection->Execute(
         "UPDATE InvenDet SET RunningValuesDirty = 2 WHERE ExItemId = ? AND DetDate >= ? "
         "AND RunningValuesDirty = 0",
-        marked, -1, Parameters::array({change.key, change.from}));
+        marked, -1, Parameters::array({item, from}));
+  }
+}
+
+void CostWatch::addReceptions(const std::vector<ChangeLog::Change>& lines,
+                              std::map<std::int32_t, QuorDataLib::Date>& items) const {
+  if (lines.empty()) return;
+  const Ref<Recordset> receptions =
+      store_.connect(Sql::Dialect::Server)
+          ->OpenRecordset(
+              "SELECT ExDetId, ExItemId, DetDate FROM InvenDet WHERE Type = 1 AND Invoiced = 0 "
+              "AND ExDetId IS NOT NULL",
+              4, 0, {}, 0);
+  for (; !receptions->AtEnd(); receptions->MoveNext()) {
+    const std::int32_t line = receptions->Field(0).toLong();
+    if (!std::ranges::binary_search(lines, line, {}, &ChangeLog::Change::key)) continue;
+    const QuorDataLib::Date date = receptions->Field(2).toDate();
+    const auto [item, isNew] = items.try_emplace(receptions->Field(1).toLong(), date);
+    if (!isNew) item->second = std::min(item->second, date);
   }
 }
 

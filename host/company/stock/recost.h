@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "host/company/company.h"
 #include "platform/values/currency.h"
+#include "platform/values/date.h"
 
 namespace QuorHost {
 
@@ -31,22 +34,34 @@ struct RecostedItem {
 std::vector<RecostedItem> recostStock(Store& store, std::int32_t item = 0,
                                       const Progress& progress = {});
 
-/// While it lives, it notes which movements are added, removed or changed in what costs depend on.
-class MovementWatch {
+/// Whether running costs depend on what is in a table, besides their own columns: on movements, and
+/// on the lines of purchases, by which a reception is known to adjust another one.
+[[nodiscard]] bool movesCosts(std::string_view table) noexcept;
+
+/// While it lives, it notes which movements and which lines of purchases are added, removed or
+/// changed in what costs depend on.
+class CostWatch {
  public:
   /// Needs a transaction, in which everything happens that it is to note.
-  explicit MovementWatch(Store& store);
+  explicit CostWatch(Store& store);
 
-  /// Marks the running costs of the items concerned from the first day on that was touched. Nothing
-  /// is noted any more.
+  /// Marks the running costs of the items concerned from the first day on that was touched: of a
+  /// movement its own, of a purchase's line that of the receptions made of it. Nothing is noted any
+  /// more.
   void markStale();
 
  private:
+  /// Adds the items of receptions that are of `lines`, which are in the order of their keys.
+  void addReceptions(const std::vector<ChangeLog::Change>& lines,
+                     std::map<std::int32_t, QuorDataLib::Date>& items) const;
+
   Store& store_;
-  std::unique_ptr<ChangeLog> changes_;
+  std::unique_ptr<ChangeLog> movements_;
+  std::unique_ptr<ChangeLog> lines_;
 };
 
-/// The table of movements.
+/// The tables of movements and of the lines of purchases.
 inline constexpr const char* kMovements = "InvenDet";
+inline constexpr const char* kPurchaseLines = "PurcDet";
 
 }  // namespace QuorHost

@@ -9,21 +9,21 @@
 namespace QuorHost::Sqlite {
 namespace {
 
-constexpr std::string_view kCreate =
-    "CREATE TEMP TABLE QuorChanges (Key INTEGER PRIMARY KEY, Date TEXT NOT NULL) STRICT";
-
 /// Notes the row as it is before (`OLD`) or after (`NEW`) the change.
-std::string note(const WatchedTable& watched, std::string_view row) {
-  std::string sql = "INSERT INTO QuorChanges SELECT ";
-  sql.append(row).append(".\"").append(watched.key).append("\", ");
-  sql.append(row).append(".\"").append(watched.date).append("\"");
-  return sql + " WHERE true ON CONFLICT (Key) DO UPDATE SET Date = min(Date, excluded.Date); ";
+std::string note(const WatchedTable& watched, const std::string& log, std::string_view row) {
+  const auto column = [&](const std::string& name) {
+    return std::string(row).append(".").append(quotedName(name));
+  };
+  return "INSERT INTO " + log + " SELECT " + column(watched.key) + ", " +
+         (watched.date.empty() ? "''" : column(watched.date)) + " WHERE " +
+         (watched.positive.empty() ? "true" : column(watched.positive) + " > 0") +
+         " ON CONFLICT (Key) DO UPDATE SET Date = min(Date, excluded.Date); ";
 }
 
 std::string columnList(const std::vector<std::string>& columns) {
   std::string list;
   for (const std::string& column : columns) {
-    list.append(list.empty() ? "\"" : ", \"").append(column).append("\"");
+    list.append(list.empty() ? "" : ", ").append(quotedName(column));
   }
   return list;
 }
@@ -31,17 +31,19 @@ std::string columnList(const std::vector<std::string>& columns) {
 }  // namespace
 
 ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable& watched)
-    : database_(std::move(database)) {
-  const std::string on = " ON main.\"" + watched.table + "\" BEGIN ";
+    : database_(std::move(database)), table_(watched.table) {
+  const std::string log = name("Changes");
+  const std::string on = " ON main." + quotedName(table_) + " BEGIN ";
   try {
-    database_->run(kCreate);
-    database_->run("CREATE TEMP TRIGGER QuorAdded AFTER INSERT" + on + note(watched, "NEW") +
-                   "END");
-    database_->run("CREATE TEMP TRIGGER QuorRemoved AFTER DELETE" + on + note(watched, "OLD") +
-                   "END");
-    database_->run("CREATE TEMP TRIGGER QuorChanged AFTER UPDATE OF " +
-                   columnList(watched.columns) + on + note(watched, "OLD") + note(watched, "NEW") +
-                   "END");
+    database_->run("CREATE TEMP TABLE " + log +
+                   " (Key INTEGER PRIMARY KEY, Date TEXT NOT NULL) STRICT");
+    database_->run("CREATE TEMP TRIGGER " + name("Added") + " AFTER INSERT" + on +
+                   note(watched, log, "NEW") + "END");
+    database_->run("CREATE TEMP TRIGGER " + name("Removed") + " AFTER DELETE" + on +
+                   note(watched, log, "OLD") + "END");
+    database_->run("CREATE TEMP TRIGGER " + name("Changed") + " AFTER UPDATE OF " +
+                   columnList(watched.columns) + on + note(watched, log, "OLD") +
+                   note(watched, log, "NEW") + "END");
   } catch (...) {
     end();
     throw;
@@ -50,21 +52,26 @@ ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable&
 
 ChangeWatch::~ChangeWatch() { end(); }
 
+std::string ChangeWatch::name(std::string_view what) const {
+  return quotedName("Quor" + table_ + std::string(what));
+}
+
 void ChangeWatch::end() noexcept {
-  for (const char* const what :
-       {"TRIGGER IF EXISTS temp.QuorAdded", "TRIGGER IF EXISTS temp.QuorRemoved",
-        "TRIGGER IF EXISTS temp.QuorChanged", "TABLE IF EXISTS temp.QuorChanges"}) {
+  const auto drop = [&](const std::string& kind, std::string_view what) {
     try {
-      database_->run(std::string("DROP ") + what);
-    } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch)
+      database_->run("DROP " + kind + " IF EXISTS temp." + name(what));
+    } catch (...) {  // NOLINT(bugprone-empty-catch)
       // After a rollback there is nothing to drop.
     }
-  }
+  };
+  for (const char* const what : {"Added", "Removed", "Changed"}) drop("TRIGGER", what);
+  drop("TABLE", "Changes");
 }
 
 std::vector<ChangeLog::Change> ChangeWatch::take() {
   std::vector<Change> changes;
-  Statement rows(database_->handle(), "SELECT Key, Date FROM temp.QuorChanges ORDER BY Key");
+  Statement rows(database_->handle(),
+                 "SELECT Key, Date FROM temp." + name("Changes") + " ORDER BY Key");
   while (rows.step()) {
     changes.push_back(
         {static_cast<std::int32_t>(cellOf(rows, 0).integer),

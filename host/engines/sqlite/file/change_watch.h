@@ -2,6 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "host/engines/sqlite/database.h"
 #include "host/engines/store.h"
@@ -18,8 +21,11 @@ class ChangeWatch final : public ChangeLog {
 
  private:
   void end() noexcept;
+  /// The name of something of this log.
+  [[nodiscard]] std::string name(std::string_view what) const;
 
   std::shared_ptr<Database> database_;
+  std::string table_;
 };
 
 }  // namespace QuorHost::Sqlite
