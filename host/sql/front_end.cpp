@@ -108,19 +108,23 @@ Tree::Query* viewQuery(const Relation& view, const Catalogue& catalogue, Arena& 
   return resolver.resolveView(std::get<Syntax::CreateView>(parsed.statement)).query;
 }
 
-/// The engine's SQL for a query that is changed to be answered faster, or no text where the engine
-/// does not take it in that form.
-std::string writeFaster(Tree::Query& query, const Catalogue& catalogue, Arena& arena,
-                        const Writer& writer) {
-  try {
-    rewrite(
-        query, catalogue, [&](const Relation& view) { return viewQuery(view, catalogue, arena); },
-        arena);
-    return writer.write({&query});
-  } catch (const QuorDataLib::Error&) {
-    // A view's select may make it too deep a statement; as it was, it may not be.
-    return {};
+/// What becomes of a statement before it is written.
+enum class Form : std::uint8_t {
+  AsItIs,
+  WithoutUnread,
+  Faster,
+};
+
+/// Changes the statement into `form`, and writes it.
+std::string write(const Tree::Statement& statement, Form form, const Catalogue& catalogue,
+                  Arena& arena, const Writer& writer) {
+  const auto views = [&](const Relation& view) { return viewQuery(view, catalogue, arena); };
+  if (form == Form::WithoutUnread) {
+    leaveUnread(statement, views, writer, arena);
+  } else if (form == Form::Faster) {
+    rewrite(*std::get<Tree::Query*>(statement.body), catalogue, views, arena);
   }
+  return writer.write(statement);
 }
 
 }  // namespace
@@ -130,18 +134,27 @@ Translation translate(std::string_view text, Dialect dialect, const Catalogue& c
   Arena arena;
   const StatementText statementText(text);
   const Syntax::Parsed parsed = Parser(statementText, dialect, arena).parse();
-  Resolver resolver(statementText, dialect, catalogue, arena, parsed.markers);
-  const Tree::Statement statement = resolver.resolve(parsed.statement);
   Translation translation;
-  translation.markers = resolver.markers();
+  const auto resolve = [&] {
+    Resolver resolver(statementText, dialect, catalogue, arena, parsed.markers);
+    const Tree::Statement statement = resolver.resolve(parsed.statement);
+    translation.markers = resolver.markers();
+    return statement;
+  };
+  Tree::Statement statement = resolve();
   std::visit(Description(text, translation), statement.body);
-  translation.sql = writer.write(statement);
-  if (rewriting == Rewriting::Faster && translation.kind == StatementKind::Select) {
-    std::string faster =
-        writeFaster(*std::get<Tree::Query*>(statement.body), catalogue, arena, writer);
-    if (!faster.empty()) translation.sql = std::move(faster);
+  const bool isQuery = translation.kind == StatementKind::Select;
+  Form form = isQuery && rewriting == Rewriting::Faster ? Form::Faster : Form::WithoutUnread;
+  for (;; form = form == Form::Faster ? Form::WithoutUnread : Form::AsItIs) {
+    try {
+      translation.sql = write(statement, form, catalogue, arena, writer);
+      return translation;
+    } catch (const QuorDataLib::Error&) {
+      // A view's select may make it too deep a statement; as it was, it may not be.
+      if (form == Form::AsItIs) throw;
+      statement = resolve();
+    }
   }
-  return translation;
 } catch (...) {
   throw QuorDataLib::currentError();
 }

@@ -49,7 +49,8 @@ struct Translation {
 };
 
 /// Whether a query is changed on the way so that the engine answers it faster. The rows are the
-/// same, in the order that the query asks for.
+/// same, in the order that the query asks for. Either way nothing is computed that could end the
+/// statement with an error and that it does not read.
 enum class Rewriting : std::uint8_t { Faster, None };
 
 /// Reads one statement in `dialect` against `catalogue` and writes it for the engine of `writer`.

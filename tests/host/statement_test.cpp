@@ -50,6 +50,15 @@ TEST_F(Statements, MarkerAndValueCountsMustAgree) {
   const Ref<Recordset> bare = connection->OpenRecordset(
       "SELECT EntryNo FROM Entry WHERE EntryNo = ?", 4, 0, Parameters::single(std::int32_t{3}), -1);
   EXPECT_EQ(rest(bare), "3");
+  EXPECT_EQ(only(connection,
+                 "SELECT COUNT(*) FROM (SELECT EntryNo, ? AS Unread FROM Entry) AS A "
+                 "WHERE EntryNo > ? AND EntryNo < ?",
+                 {std::int32_t{1}, std::int32_t{1}, std::int32_t{9}})
+                .toLong(),
+            2);
+  EXPECT_EQ(
+      only(connection, "SELECT COUNT(*) FROM (SELECT ? AS Unread FROM Entry) AS A", {"x"}).toLong(),
+      3);
 }
 
 TEST_F(Statements, ValuesBecomeTheTypeOfTheirMarker) {

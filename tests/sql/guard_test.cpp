@@ -154,7 +154,40 @@ TEST(Guards, StandOutsideOfWhatIsComputedInside) {
                 ElementsAre("2", "4"));
   }
   for (const char* const view : {"Ratios", "BothRatios"}) {
-    EXPECT_THAT(database.rows(select(view), kServer), ElementsAre("2", "4"));
+    EXPECT_THAT(rowsOf(database, select(view)), ElementsAre("2", "4"));
+  }
+}
+
+// Whatever a view or a derived table could compute, what the statement does not read ends nothing.
+TEST(Guards, AreNotNeededForWhatNobodyReads) {
+  Database database(kSchema);
+  constexpr const char* kSeven[] = {
+      "BothRatios", "(SELECT Q, Id, X FROM BothRatios WHERE Id > 0)",
+      "(SELECT Y / X AS Q, Id, X FROM T UNION ALL SELECT 1 / Z, KeyId, 0 FROM K WHERE Z > 9)",
+      "(SELECT MAX(Y) / MIN(X) AS Q, Id, MIN(X) AS X FROM T GROUP BY Id)"};
+  for (const std::string from : kSeven) {
+    for (const char* const join : {" AS A", " AS A LEFT JOIN Both AS B ON B.Id = A.Id",
+                                   " AS A INNER JOIN (SELECT DISTINCT Id FROM BothRatios) AS B"
+                                   " ON B.Id = A.Id"}) {
+      const std::string read = " FROM " + from + join;
+      EXPECT_THAT(rowsOf(database, "SELECT COUNT(*), SUM(A.Id)" + read), ElementsAre("7|28"));
+      EXPECT_THAT(rowsOf(database, "SELECT COUNT(*)" + read), ElementsAre("7"));
+    }
+    database.rows("UPDATE K SET Z = (SELECT COUNT(*) FROM " + from + " AS A WHERE A.Id > KeyId)",
+                  kServer);
+    EXPECT_THAT(database.rows("SELECT Z FROM K", kServer), ElementsAre("6", "5", "3"));
+    database.rows("INSERT INTO K SELECT A.Id + 10, Both.Id, 'new' FROM " + from +
+                      " AS A INNER JOIN Both ON Both.Id = A.Id",
+                  kServer);
+    database.rows(
+        "DELETE FROM K WHERE KeyId > 10 OR KeyId > (SELECT COUNT(*) FROM " + from + " AS A)",
+        kServer);
+    EXPECT_THAT(database.rows("SELECT COUNT(*) FROM K", kServer), ElementsAre("3"));
+  }
+  for (const char* const total : {"MAX(1 / X) AS Q, COUNT(*) AS N FROM T", "MAX(1 / X) AS Q FROM T",
+                                  "'a' AS N, MAX(1 / X) AS Q FROM T HAVING COUNT(*) > 6"}) {
+    EXPECT_THAT(rowsOf(database, std::string("SELECT COUNT(*) FROM (SELECT ") + total + ") AS A"),
+                ElementsAre("1"));
   }
 }
 

@@ -14,7 +14,6 @@ using Tree::Expression;
 using Tree::Output;
 using Tree::OutputColumn;
 using Tree::Query;
-using Tree::Select;
 using Tree::SortKey;
 using Tree::Source;
 
@@ -40,10 +39,16 @@ class Readers final : public Walker {
 bool mayLoseColumns(const Query& query) {
   return isUnionAll(query) && std::ranges::all_of(query.branches, [](const Branch& branch) {
            if (branch.query != nullptr) return mayLoseColumns(*branch.query);
-           const Select& select = *branch.select;
-           const bool total = select.grouped && select.groupBy.empty();
-           return !select.distinct && !total;
+           return !branch.select->distinct;
          });
+}
+
+/// Whether a column of a derived table is a literal in all its selects.
+bool isConstant(const Query& query, std::size_t column) {
+  return std::ranges::all_of(query.branches, [&](const Branch& branch) {
+    if (branch.query != nullptr) return isConstant(*branch.query, column);
+    return branch.select->outputs[column].value->kind == Expression::Kind::Literal;
+  });
 }
 
 /// Notes the columns that the order of `query`, or of a query in it, names.
@@ -68,8 +73,13 @@ class ColumnDropper {
     for (const Expression* const reader : readers) kept[reader->column] = true;
     keepSorted(query, kept);
     // A select has at least one column.
-    if (std::ranges::find(kept, true) == kept.end()) kept[0] = true;
-    if (std::ranges::find(kept, false) == kept.end()) return false;
+    bool changed = false;
+    if (std::ranges::find(kept, true) == kept.end()) {
+      kept[0] = true;
+      changed = !isConstant(query, 0);
+      if (changed) putConstant(query);
+    }
+    if (std::ranges::find(kept, false) == kept.end()) return changed;
     std::vector<std::uint32_t> place(kept.size());
     std::uint32_t next = 0;
     for (std::size_t i = 0; i < kept.size(); ++i) {
@@ -92,6 +102,19 @@ class ColumnDropper {
         keep(*branch.query, kept, place);
       } else {
         branch.select->outputs = remaining<Output>(branch.select->outputs, kept);
+      }
+    }
+  }
+
+  /// Has the first column be a number.
+  void putConstant(Query& query) {
+    query.columns[0].type = Type::Long;
+    for (const Branch& branch : query.branches) {
+      if (branch.query != nullptr) {
+        putConstant(*branch.query);
+      } else {
+        branch.select->outputs[0].value = arena_.make(
+            Expression{.kind = Expression::Kind::Literal, .type = Type::Long, .integer = 1});
       }
     }
   }

@@ -1,6 +1,8 @@
 // The passes of a rewriting, in the order in which they run.
 #pragma once
 
+#include <functional>
+
 #include "host/sql/arena.h"
 #include "host/sql/rewrite/rewrite.h"
 #include "host/sql/tree.h"
@@ -9,7 +11,9 @@ namespace QuorHost::Sql {
 
 /// Puts the select of each view in the view's place. The engine would do it as well, but the passes
 /// that follow could not look inside.
-void openViews(Tree::Query& query, const ViewReader& views);
+/// With `wanted`, only those views of whose select, its own views opened, that is true.
+void openViews(Tree::Query& query, const ViewReader& views,
+               const std::function<bool(const Tree::Query&)>& wanted = {});
 
 /// Makes the selects of a union branches of the union that only picks columns from it:
 ///   A UNION ALL (SELECT x FROM (B UNION ALL C) WHERE y)  becomes  A UNION ALL B' UNION ALL C'
@@ -50,9 +54,10 @@ void useKeptTotals(Tree::Query& query, const Catalogue& catalogue, Arena& arena)
 void lookUpTotals(Tree::Query& query, Arena& arena);
 
 /// Leaves out the columns of derived tables that nothing reads; the engine would compute and carry
-/// them.
-/// Conditions: dropping a column changes no rows, so no DISTINCT, no plain UNION, and no total over
-/// all rows.
+/// them, and end the statement where one of them cannot be computed. Where none is read at all, a
+/// constant stands for the first.
+/// Conditions: dropping a column changes no rows, so no DISTINCT and no plain UNION. A total over
+/// all rows stays one.
 void dropUnreadColumns(Tree::Query& query, Arena& arena);
 
 /// Keeps the order of the text where a union comes first and tables are joined to it by their

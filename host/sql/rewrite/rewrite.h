@@ -10,6 +10,7 @@
 #include "host/sql/arena.h"
 #include "host/sql/catalogue.h"
 #include "host/sql/tree.h"
+#include "host/sql/writer.h"
 
 namespace QuorHost::Sql {
 
@@ -18,5 +19,11 @@ using ViewReader = std::function<Tree::Query*(const Relation& view)>;
 
 /// Runs all passes over `query`, a whole statement, in place.
 void rewrite(Tree::Query& query, const Catalogue& catalogue, const ViewReader& views, Arena& arena);
+
+/// Leaves out of all queries in `statement` what nothing reads and might end it with an error, for
+/// an engine that computes columns of derived tables and views whether they are read or not. Views
+/// are opened where `writer` says that a column of theirs may raise, and stay views otherwise.
+void leaveUnread(const Tree::Statement& statement, const ViewReader& views, const Writer& writer,
+                 Arena& arena);
 
 }  // namespace QuorHost::Sql

@@ -145,7 +145,9 @@ void bindMarkers(const Statement& statement, const std::vector<Type>& markers,
     refuseStatement("The statement has " + std::to_string(markers.size()) + " markers (?), but " +
                     std::to_string(values.size()) + " values were given");
   }
-  for (std::size_t i = 0; i < values.size(); ++i) {
+  // Markers of what the statement does not read are not in it.
+  const int last = sqlite3_bind_parameter_count(statement.get());
+  for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < last; ++i) {
     try {
       bindValue(statement, static_cast<int>(i) + 1, values[i], markers[i], Lifetime::Borrowed);
     } catch (const Error& error) {

@@ -32,9 +32,8 @@ void bindValue(const Statement& statement, int index, const QuorDataLib::Value& 
                Sql::Type type, Lifetime lifetime);
 
 /// Binds the values of a statement's markers in their order; they must stay until the statement has
-/// run. Raises a refused statement with both
-/// counts when there are more or fewer values than markers; an error of a conversion names the
-/// marker.
+/// run. Raises a refused statement with both counts when there are more or fewer values than
+/// markers; an error of a conversion names the marker.
 void bindMarkers(const Statement& statement, const std::vector<Sql::Type>& markers,
                  const std::vector<QuorDataLib::Value>& values);
 

@@ -1,5 +1,8 @@
 #include "host/engines/sqlite/write/query_writer.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "host/engines/sqlite/write/expression_writer.h"
 #include "host/engines/sqlite/write/filter.h"
 #include "host/engines/sqlite/write/raising.h"
@@ -43,6 +46,19 @@ std::string_view joinWord(const From& join) {
       break;
   }
   return ", ";
+}
+
+bool hasAggregate(const Expression& expression) {
+  return expression.kind == Expression::Kind::Aggregate ||
+         std::ranges::any_of(expression.args,
+                             [](const Expression* arg) { return hasAggregate(*arg); });
+}
+
+/// A total over all rows that the engine would not take for one: it looks at the columns alone.
+bool isUnseenTotal(const Select& select) {
+  return select.grouped && select.groupBy.empty() &&
+         std::ranges::none_of(select.outputs,
+                              [](const Output& output) { return hasAggregate(*output.value); });
 }
 
 }  // namespace
@@ -169,10 +185,11 @@ void QueryWriter::writeInside(const From& from, const Apart& apart) {
 void QueryWriter::writeOutputs(const Select& select, bool named, bool collated) {
   sql_.add(select.distinct ? "SELECT DISTINCT " : "SELECT ");
   const SqlText::Held held(sql_, kInOutputs);
+  bool unseen = isUnseenTotal(select);
   const char* separator = "";
   for (const Output& output : select.outputs) {
     sql_.add(separator);
-    writeOutput(output, named, collated);
+    writeOutput(output, named, collated, std::exchange(unseen, false));
     separator = ", ";
   }
 }
@@ -209,9 +226,14 @@ void QueryWriter::writeLimit(const Select& select) {
   if (select.top) sql_.add(" LIMIT ").add(std::to_string(*select.top));
 }
 
-void QueryWriter::writeOutput(const Output& output, bool named, bool collated) {
+void QueryWriter::writeOutput(const Output& output, bool named, bool collated, bool ofTotal) {
   ExpressionWriter expressions(sql_);
-  if (collated) {
+  if (ofTotal) {
+    sql_.add("CASE WHEN count(*) < 0 THEN NULL ELSE ");
+    const SqlText::Held held(sql_, kInElse);
+    expressions.write(*output.value);
+    sql_.add(collated && needsCollation(*output.value) ? " END COLLATE QUOR" : " END");
+  } else if (collated) {
     expressions.writeCollated(*output.value);
   } else {
     expressions.write(*output.value);

@@ -31,7 +31,8 @@ class QueryWriter {
   void writeWhere(const From* from, const Conditions& terms);
   void writeGroups(const Select& select);
   void writeLimit(const Select& select);
-  void writeOutput(const Sql::Tree::Output& output, bool named, bool collated);
+  /// `ofTotal` has the engine know by this column that the select is a total over all rows.
+  void writeOutput(const Sql::Tree::Output& output, bool named, bool collated, bool ofTotal);
   void writeFrom(const From& from);
   void writeSource(const Sql::Tree::Source& source);
   /// `select` is the one that is ordered, or null for what has several.

@@ -174,6 +174,23 @@ class Search {
 
 Raising raisingOf(const Expression& expression) { return Search().of(expression); }
 
+bool columnRaises(const Query& query) {
+  const auto inFrom = [](const From& from, const auto& again) -> bool {
+    if (from.source != nullptr) {
+      return from.source->query != nullptr && columnRaises(*from.source->query);
+    }
+    return again(*from.left, again) || again(*from.right, again);
+  };
+  return std::ranges::any_of(query.branches, [&](const Branch& branch) {
+    if (branch.query != nullptr) return columnRaises(*branch.query);
+    const auto raises = [](const Sql::Tree::Output& output) {
+      return raisingOf(*output.value) != Raising::Never;
+    };
+    return std::ranges::any_of(branch.select->outputs, raises) ||
+           (branch.select->from != nullptr && inFrom(*branch.select->from, inFrom));
+  });
+}
+
 bool readsColumn(const Expression& expression) {
   Sources own;
   addSubSelects(expression, own);

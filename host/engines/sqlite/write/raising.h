@@ -14,6 +14,9 @@ enum class Raising : std::uint8_t { Never, Once, ByRow };
 
 [[nodiscard]] Raising raisingOf(const Sql::Tree::Expression& expression);
 
+/// Whether a column of `query`, or of a derived table that its selects read, can.
+[[nodiscard]] bool columnRaises(const Sql::Tree::Query& query);
+
 /// Whether the expression, with its sub-selects, reads a column of a select around it.
 [[nodiscard]] bool readsColumn(const Sql::Tree::Expression& expression);
 

@@ -8,6 +8,7 @@
 #include "host/engines/sqlite/write/filter.h"
 #include "host/engines/sqlite/write/kept_totals_text.h"
 #include "host/engines/sqlite/write/query_writer.h"
+#include "host/engines/sqlite/write/raising.h"
 #include "host/sql/tree.h"
 
 namespace QuorHost::Sqlite {
@@ -227,5 +228,7 @@ class StatementWriter {
 std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
   return StatementWriter().run(statement);
 }
+
+bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const { return columnRaises(query); }
 
 }  // namespace QuorHost::Sqlite

@@ -13,6 +13,7 @@ namespace QuorHost::Sqlite {
 class SqlWriter final : public Sql::Writer {
  public:
   [[nodiscard]] std::string write(const Sql::Tree::Statement& statement) const override;
+  [[nodiscard]] bool mayRaise(const Sql::Tree::Query& query) const override;
 };
 
 }  // namespace QuorHost::Sqlite
