@@ -2,6 +2,7 @@
 #include "host/company/company.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <memory>
@@ -60,7 +61,7 @@ int importRows(const CompanyOptions& options, Console& console) {
   const bool fromInput = options.csv == "-";
   std::ifstream file;
   if (!fromInput) {
-    file.open(options.csv, std::ios::binary);
+    file.open(std::filesystem::path(options.csv), std::ios::binary);
     if (!file) throw Failure("the CSV file " + options.csv + " cannot be read");
   }
   const auto store = QuorHost::openCompany(options.file, Access::Write);

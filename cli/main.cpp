@@ -1,17 +1,16 @@
 // The program `quoracc`: binds the command line to the process's own streams.
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
-#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/console.h"
 #include "cli/print/standard_output.h"
+#include "cli/terminal.h"
 
 namespace {
 
@@ -27,9 +26,7 @@ bool wantsColour() {
 std::size_t lineWidth() {
   constexpr std::size_t kLeast = 40;
   constexpr std::size_t kMost = 1000;
-  std::size_t width = 0;
-  winsize terminal{};
-  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &terminal) == 0) width = terminal.ws_col;
+  std::size_t width = QuorCli::terminalWidth();
   if (const char* const said = std::getenv("COLUMNS");  // NOLINT(concurrency-mt-unsafe)
       width == 0 && said != nullptr) {
     const std::string_view text(said);
@@ -38,17 +35,17 @@ std::size_t lineWidth() {
   return width == 0 ? 0 : std::clamp(width, kLeast, kMost);
 }
 
-int runOnStandardStreams(int count, char** arguments) {
-  QuorCli::DescriptorBuffer buffer(STDOUT_FILENO);
+int runOnStandardStreams(const std::vector<std::string>& arguments) {
+  QuorCli::DescriptorBuffer buffer(QuorCli::kOutput);
   std::ostream out(&buffer);
   out.exceptions(std::ios::badbit);
   QuorCli::Console console{std::cin, out, std::cerr};
-  console.outIsTerminal = ::isatty(STDOUT_FILENO) == 1;
-  console.errIsTerminal = ::isatty(STDERR_FILENO) == 1;
+  console.outIsTerminal = QuorCli::isTerminal(QuorCli::kOutput);
+  console.errIsTerminal = QuorCli::isTerminal(QuorCli::kErrors);
   console.width = lineWidth();
   console.colour = console.outIsTerminal && wantsColour();
   try {
-    const int code = QuorCli::run({arguments + 1, arguments + count}, console);
+    const int code = QuorCli::run(arguments, console);
     out.flush();
     return code;
   } catch (const QuorCli::OutputError& error) {
@@ -63,8 +60,7 @@ int runOnStandardStreams(int count, char** arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  // A reader that goes away is an error of the write, so that the company file is closed in order.
-  std::signal(SIGPIPE, SIG_IGN);
+  QuorCli::prepareStreams();
   std::ios::sync_with_stdio(false);
-  return runOnStandardStreams(count, arguments);
+  return runOnStandardStreams(QuorCli::argumentsOf(count, arguments));
 }

@@ -1,11 +1,10 @@
 #include "cli/session.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <utility>
 
 #include "host/company/company.h"
+#include "host/engines/file_access.h"
 
 namespace QuorCli {
 
@@ -55,13 +54,13 @@ std::ostream* Session::openTrace(const RunOptions& options, Console& console) {
     throw UsageError("--trace would overwrite the company file " + options.company);
   }
   traceName_ = options.trace;
-  traceFile_.open(traceName_, std::ios::out | std::ios::trunc | std::ios::binary);
+  traceFile_.open(std::filesystem::path(traceName_), std::ios::out | std::ios::trunc | std::ios::binary);
   if (!traceFile_) throw Failure("the trace file " + traceName_ + " cannot be written");
   return &traceFile_;
 }
 
 Access accessAllowed(const std::string& path) {
-  return ::access(path.c_str(), W_OK) == 0 ? Access::Write : Access::Read;
+  return QuorHost::mayWrite(path) ? Access::Write : Access::Read;
 }
 
 }  // namespace QuorCli

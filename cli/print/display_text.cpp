@@ -1,10 +1,9 @@
 #include "cli/print/display_text.h"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include <algorithm>
 #include <cstdint>
+
+#include "cli/print/characters.h"
 
 namespace QuorCli {
 namespace {
@@ -15,32 +14,10 @@ bool isPlainAscii(char c) { return c >= ' ' && c < '\x7f'; }
 /// given as a negative number.
 template <class Visit>
 void forEachCharacter(std::string_view text, Visit visit) {
-  const auto size = static_cast<std::int32_t>(text.size());
-  for (std::int32_t next = 0; next < size;) {
-    const std::int32_t start = next;
-    UChar32 character = 0;
-    U8_NEXT(text.data(), next, size, character);  // NOLINT(bugprone-inc-dec-in-conditions): a macro
-    visit(character,
-          text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(next - start)));
-  }
-}
-
-std::size_t characterWidth(UChar32 character) {
-  if (character < 0) return 1;
-  switch (u_charType(character)) {
-    case U_NON_SPACING_MARK:
-    case U_ENCLOSING_MARK:
-    case U_FORMAT_CHAR:
-      return 0;
-    default:
-      break;
-  }
-  switch (u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH)) {
-    case U_EA_FULLWIDTH:
-    case U_EA_WIDE:
-      return 2;
-    default:
-      return 1;
+  for (std::size_t next = 0; next < text.size();) {
+    const std::size_t start = next;
+    const std::int32_t character = readCharacter(text, next);
+    visit(character, text.substr(start, next - start));
   }
 }
 
@@ -48,7 +25,7 @@ std::size_t characterWidth(UChar32 character) {
 
 bool isUtf8(std::string_view text) noexcept {
   bool wellFormed = true;
-  forEachCharacter(text, [&](UChar32 character, std::string_view) {
+  forEachCharacter(text, [&](std::int32_t character, std::string_view) {
     if (character < 0) wellFormed = false;
   });
   return wellFormed;
@@ -58,21 +35,21 @@ std::size_t displayWidth(std::string_view text) noexcept {
   if (std::ranges::all_of(text, isPlainAscii)) return text.size();
   std::size_t width = 0;
   forEachCharacter(
-      text, [&](UChar32 character, std::string_view) { width += characterWidth(character); });
+      text, [&](std::int32_t character, std::string_view) { width += characterWidth(character); });
   return width;
 }
 
 std::string visible(std::string_view text) {
   if (std::ranges::all_of(text, isPlainAscii)) return std::string(text);
   std::string out;
-  forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+  forEachCharacter(text, [&](std::int32_t character, std::string_view bytes) {
     if (character == '\n') {
       out += "\\n";
     } else if (character == '\r') {
       out += "\\r";
     } else if (character == '\t') {
       out += "\\t";
-    } else if (character >= 0 && u_charType(character) == U_CONTROL_CHAR) {
+    } else if (isControlCharacter(character)) {
       constexpr std::string_view kHex = "0123456789abcdef";
       out += "\\x";
       out += kHex[static_cast<std::size_t>(character) >> 4U];
@@ -92,7 +69,7 @@ std::string shortened(std::string_view text, std::size_t width) {
   std::string out;
   std::size_t used = 1;  // the ellipsis
   bool full = false;
-  forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+  forEachCharacter(text, [&](std::int32_t character, std::string_view bytes) {
     used += characterWidth(character);
     full = full || used > width;
     if (!full) out += bytes;

@@ -10,10 +10,6 @@ namespace {
 constexpr std::int64_t kBarWidth = 30;
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
-volatile std::sig_atomic_t signalCame = 0;
-
-void noteSignal(int /*signal*/) { signalCame = 1; }
-
 }  // namespace
 
 ProgressBar::~ProgressBar() {
@@ -38,24 +34,6 @@ void ProgressBar::show(std::string_view what, std::int64_t done, std::int64_t to
   if (line == shown_) return;
   console_.err << line << std::flush;
   shown_ = std::move(line);
-}
-
-Interruption::Interruption() {
-  signalCame = 0;
-  struct sigaction note{};
-  note.sa_handler = noteSignal;
-  ::sigemptyset(&note.sa_mask);
-  ::sigaction(SIGINT, &note, &interrupt_);
-  ::sigaction(SIGTERM, &note, &terminate_);
-}
-
-Interruption::~Interruption() {
-  ::sigaction(SIGINT, &interrupt_, nullptr);
-  ::sigaction(SIGTERM, &terminate_, nullptr);
-}
-
-void Interruption::check() {
-  if (signalCame != 0) throw Failure("interrupted; nothing was made");
 }
 
 }  // namespace QuorCli

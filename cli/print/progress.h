@@ -1,8 +1,8 @@
 // Long work: a bar for the one who waits, and an orderly end for the one who does not.
 #pragma once
 
-#include <csignal>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -40,8 +40,9 @@ class Interruption {
   static void check();
 
  private:
-  struct sigaction interrupt_{};
-  struct sigaction terminate_{};
+  /// What was done about the signals before.
+  struct Before;
+  std::unique_ptr<Before> before_;
 };
 
 }  // namespace QuorCli

@@ -17,4 +17,10 @@ bool Enumerator::Next(Value& Item) {
   return true;
 }
 
+Ref<Enumerator> Enumerator::copy() const {
+  const auto other = std::make_shared<Enumerator>(values_);
+  other->passed_ = passed_;
+  return other;
+}
+
 }  // namespace QuorDataLib

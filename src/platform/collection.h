@@ -50,6 +50,9 @@ class Enumerator : public Contract<Enumerator> {
   /// Starts over.
   void Reset() { passed_ = 0; }
 
+  /// Another one over the same values, at the same place.
+  [[nodiscard]] Ref<Enumerator> copy() const;
+
  private:
   std::vector<Value> values_;
   std::size_t passed_ = 0;

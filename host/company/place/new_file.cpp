@@ -73,12 +73,14 @@ bool NewFile::replaceTarget() {
   for (;;) {
     const FileIdentity before(target_);
     if (!before.exists()) return false;
-    const std::unique_ptr<SoleUse> use = takeAlone(target_.string());
+    std::unique_ptr<SoleUse> use = takeAlone(target_.string());
     // Somebody else may have replaced it while this waited for it: then it is that one's turn.
     if (FileIdentity(target_) != before) continue;
     if (!use) requireNoStrangeLog(target_);
     const OldFile old(target_);
     file_.takeModeAndOwner(old);
+    // Where it would be in the way of replacing it, so is everybody else's use.
+    if (!kOpenFilesGiveWay) use.reset();
     // Whoever has opened the old file and waits for it must not go on with what nobody sees.
     if (file_.rename(target_)) old.spoilIfNameless();
     return true;

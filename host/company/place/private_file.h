@@ -1,11 +1,21 @@
 // Files in the making, and files that they replace, as the operating system sees them.
 #pragma once
 
-#include <sys/types.h>
-
+#include <cstdint>
 #include <filesystem>
 
 namespace QuorHost {
+
+#ifdef _WIN32
+using OpenFile = void*;
+inline constexpr OpenFile kNoFile = nullptr;
+/// Whether a file can be replaced while somebody has it open, who then goes on with the old one.
+inline constexpr bool kOpenFilesGiveWay = false;
+#else
+using OpenFile = int;
+inline constexpr OpenFile kNoFile = -1;
+inline constexpr bool kOpenFilesGiveWay = true;
+#endif
 
 /// Whether a path and another, or the same at another time, name one file.
 class FileIdentity {
@@ -17,8 +27,8 @@ class FileIdentity {
 
  private:
   bool exists_ = false;
-  dev_t device_ = 0;
-  ino_t number_ = 0;
+  std::uint64_t device_ = 0;
+  std::uint64_t number_ = 0;
 };
 
 /// A file that is about to be replaced, kept open. Nobody else in this process may have locked it:
@@ -36,7 +46,7 @@ class OldFile {
 
  private:
   friend class PrivateFile;
-  int descriptor_ = -1;
+  OpenFile descriptor_ = kNoFile;
 };
 
 /// An empty file of a name of its own, which only its owner may read or write. It is removed at the
@@ -67,7 +77,7 @@ class PrivateFile {
   bool placed(const std::filesystem::path& target);
 
   std::filesystem::path path_;
-  int descriptor_ = -1;
+  OpenFile descriptor_ = kNoFile;
 };
 
 }  // namespace QuorHost

@@ -1,13 +1,10 @@
 #include "host/engines/sqlite/file/opening.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <string_view>
 #include <utility>
 
+#include "host/engines/file_access.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/file/raw_handle.h"
 #include "host/engines/sqlite/functions/collation.h"
@@ -19,8 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Sees that there is a file at `path` that can be read. It is not opened for that: closing it
-/// would drop the locks that this process may have on it.
+/// Sees that there is a file at `path` that can be read.
 void checkFile(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
@@ -33,24 +29,20 @@ void checkFile(const std::string& path) {
   if (!fs::is_regular_file(status)) {
     refuseFile(path, "is not a file that can be opened: check the path and its permissions");
   }
-  if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) {
+  if (!mayRead(path)) {
     refuseFile(path, "cannot be read: you need permission to read the file");
   }
 }
 
 /// Makes an empty file for its owner alone, or takes one that is empty already.
 void makePrivateFile(const std::string& path) {
-  constexpr mode_t kPrivate = 0600;
-  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kPrivate);
-  if (descriptor >= 0) {
-    ::close(descriptor);
-    return;
-  }
-  struct stat file{};
-  if (::lstat(path.c_str(), &file) != 0) {
+  if (makeOwnFile(path)) return;
+  std::error_code error;
+  const fs::file_status status = fs::symlink_status(path, error);
+  if (!fs::exists(status)) {
     refuseFile(path, "cannot be created: see that its folder exists and that you may write to it");
   }
-  if (!S_ISREG(file.st_mode) || file.st_size > 0) {
+  if (!fs::is_regular_file(status) || fs::file_size(path, error) > 0) {
     refuseFile(path, "exists already: choose another path, or remove the file first");
   }
 }

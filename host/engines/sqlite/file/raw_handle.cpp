@@ -16,11 +16,18 @@ namespace {
 /// Automation's number for a path or a file that cannot be used.
 constexpr std::int32_t kPathFileAccess = 75;
 
+#ifdef _WIN32
+constexpr const char* kWithoutLocks = "win32-none";
+#else
+constexpr const char* kWithoutLocks = "unix-none";
+#endif
+
 /// `path` as the engine's URI of an immutable file.
 std::string immutableUri(const std::string& path) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
-  std::string uri = "file:";
-  for (const char c : fs::absolute(path).generic_string()) {
+  const std::string absolute = fs::absolute(path).generic_string();
+  std::string uri = absolute.starts_with('/') ? "file:" : "file:///";  // or a drive
+  for (const char c : absolute) {
     const auto byte = static_cast<unsigned char>(c);
     if (c == '%' || c == '?' || c == '#') {
       uri.append({'%', kHex[byte >> 4U], kHex[byte & 0xFU]});
@@ -40,7 +47,7 @@ Handle openHandle(const std::string& path, int flags, Form form, int busyTimeout
   const int code = sqlite3_open_v2(name.c_str(), &opened,
                                    flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                                        (form != Form::Plain ? SQLITE_OPEN_URI : 0),
-                                   form == Form::Nameless ? "unix-none" : nullptr);
+                                   form == Form::Nameless ? kWithoutLocks : nullptr);
   Handle handle(opened);
   if (!handle) throw std::bad_alloc();
   if (code != SQLITE_OK && (code & 0xFF) != SQLITE_CANTOPEN) raiseEngineError(opened, code, {});

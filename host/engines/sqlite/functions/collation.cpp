@@ -1,47 +1,16 @@
 #include "host/engines/sqlite/functions/collation.h"
 
-#include <unicode/ucol.h>
-#include <unicode/uversion.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <numeric>
 #include <vector>
 
+#include "host/engines/sqlite/functions/collator.h"
 #include "platform/error.h"
 
 namespace QuorHost::Sqlite {
 namespace {
-
-struct CloseCollator {
-  void operator()(UCollator* collator) const noexcept { ucol_close(collator); }
-};
-using CollatorPtr = std::unique_ptr<UCollator, CloseCollator>;
-
-// English and French both follow the order of the root locale.
-CollatorPtr openCollator(UCollationStrength strength) {
-  UErrorCode status = U_ZERO_ERROR;
-  CollatorPtr collator(ucol_open("", &status));
-  if (U_SUCCESS(status)) ucol_setStrength(collator.get(), strength);
-  if (U_SUCCESS(status)) {
-    ucol_setAttribute(collator.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &status);
-  }
-  if (U_FAILURE(status)) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InternalError,
-                       "The order of texts cannot be loaded from the ICU library: " +
-                           std::string(u_errorName(status)));
-  }
-  return collator;
-}
-
-int compareWith(const UCollator* collator, std::string_view a, std::string_view b) noexcept {
-  // What is no character of UTF-8 sorts as a replacement character; there is no other failure.
-  UErrorCode status = U_ZERO_ERROR;
-  return ucol_strcollUTF8(collator, a.data(), static_cast<std::int32_t>(a.size()), b.data(),
-                          static_cast<std::int32_t>(b.size()), &status);
-}
 
 std::string_view withoutBlanksAtEnd(std::string_view text) noexcept {
   return text.substr(0, text.find_last_not_of(' ') + 1);
@@ -50,7 +19,7 @@ std::string_view withoutBlanksAtEnd(std::string_view text) noexcept {
 /// The order of texts, with a short way for plain letters, digits and punctuation.
 class TextOrder {
  public:
-  TextOrder() : collator_(openCollator(UCOL_SECONDARY)) { fillRanks(); }
+  TextOrder() : collator_(Collator::Differs::LettersAndAccents) { fillRanks(); }
 
   [[nodiscard]] int compare(std::string_view a, std::string_view b) const noexcept {
     a = withoutBlanksAtEnd(a);
@@ -59,25 +28,19 @@ class TextOrder {
     for (std::size_t i = 0; i < common; ++i) {
       const std::uint8_t rankA = rank(a[i]);
       const std::uint8_t rankB = rank(b[i]);
-      if (rankA == 0 || rankB == 0) return compareWith(collator_.get(), a, b);
+      if (rankA == 0 || rankB == 0) return collator_.compare(a, b);
       if (rankA == rankB) continue;
       // A character beyond ASCII may belong to the one before it (an accent of its own).
       if (isPlainAt(a, i + 1) && isPlainAt(b, i + 1)) return rankA < rankB ? -1 : 1;
-      return compareWith(collator_.get(), a, b);
+      return collator_.compare(a, b);
     }
     if (a.size() == b.size()) return 0;
     const std::string_view longer = a.size() > b.size() ? a : b;
-    if (rank(longer[common]) == 0) return compareWith(collator_.get(), a, b);
+    if (rank(longer[common]) == 0) return collator_.compare(a, b);
     return a.size() < b.size() ? -1 : 1;
   }
 
-  [[nodiscard]] std::string version() const {
-    UVersionInfo version;
-    std::array<char, U_MAX_VERSION_STRING_LENGTH> text{};
-    ucol_getVersion(collator_.get(), version);
-    u_versionToString(version, text.data());
-    return text.data();
-  }
+  [[nodiscard]] std::string version() const { return collator_.version(); }
 
  private:
   static constexpr char kFirst = ' ';
@@ -95,11 +58,11 @@ class TextOrder {
   /// share one rank. Such texts then compare as their ranks do, one character after the other,
   /// because none of these characters is ignored or changes the order of its neighbours.
   void fillRanks() {
-    const CollatorPtr primary = openCollator(UCOL_PRIMARY);
+    const Collator primary(Collator::Differs::Letters);
     std::vector<char> characters(kLast - kFirst + 1);
     std::iota(characters.begin(), characters.end(), kFirst);
-    const auto order = [](const CollatorPtr& collator, const char& a, const char& b) {
-      return compareWith(collator.get(), {&a, 1}, {&b, 1});
+    const auto order = [](const Collator& collator, const char& a, const char& b) {
+      return collator.compare({&a, 1}, {&b, 1});
     };
     std::ranges::sort(characters,
                       [&](const char& a, const char& b) { return order(primary, a, b) < 0; });
@@ -118,7 +81,7 @@ class TextOrder {
     }
   }
 
-  CollatorPtr collator_;
+  Collator collator_;
   // 0 for every character that only the library can place.
   std::array<std::uint8_t, 256> ranks_{};
 };

@@ -1,23 +1,10 @@
 #include "host/engines/sqlite/functions/like_pattern.h"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include <algorithm>
 
-namespace QuorHost::Sqlite {
+#include "host/engines/sqlite/functions/letters.h"
 
-std::u32string folded(std::string_view text) {
-  std::u32string characters;
-  characters.reserve(text.size());
-  const auto length = static_cast<std::int32_t>(text.size());
-  for (std::int32_t i = 0; i < length;) {
-    UChar32 c = 0;
-    U8_NEXT_OR_FFFD(text.data(), i, length, c);  // NOLINT: the library's macro steps in conditions
-    characters += static_cast<char32_t>(u_foldCase(c, U_FOLD_CASE_DEFAULT));
-  }
-  return characters;
-}
+namespace QuorHost::Sqlite {
 
 LikePattern::LikePattern(std::string_view pattern, Wildcards wildcards) {
   const bool desktop = wildcards == Wildcards::Desktop;

@@ -9,9 +9,6 @@
 
 namespace QuorHost::Sqlite {
 
-/// `text` (UTF-8) as code points without regard to case.
-[[nodiscard]] std::u32string folded(std::string_view text);
-
 /// Which wildcards a pattern may hold: both dialects know `%` (any run of characters), `_` (any
 /// character) and `[a-z]` (one of a set); the desktop dialect also `*` and `?` for the first two,
 /// `#` (a digit) and `[!a-z]` (one outside the set), which the server dialect writes `[^a-z]`.
@@ -22,7 +19,7 @@ class LikePattern {
  public:
   LikePattern(std::string_view pattern, Wildcards wildcards);
 
-  /// Whether the whole of `text`, folded, is of the pattern. The time is at most the product of
+  /// Whether the whole of `text`, `folded`, is of the pattern. The time is at most the product of
   /// both lengths.
   [[nodiscard]] bool matches(std::u32string_view text) const noexcept;
 

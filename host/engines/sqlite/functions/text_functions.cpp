@@ -1,8 +1,4 @@
 // Texts, counted in characters and compared without regard to case.
-#include <unicode/locid.h>
-#include <unicode/uchar.h>
-#include <unicode/unistr.h>
-
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -10,6 +6,7 @@
 #include <string_view>
 
 #include "host/engines/sqlite/functions/function_call.h"
+#include "host/engines/sqlite/functions/letters.h"
 #include "host/engines/sqlite/functions/like_pattern.h"
 #include "platform/values/shown_text.h"
 
@@ -70,16 +67,12 @@ void substring(const Call& call) {
   call.returnText(slice(call.text(0), first - 1, std::max<std::int64_t>(end - first, 0)));
 }
 
-/// Whether the text was of ASCII characters, which it then returns in lower or upper case.
-template <class ChangeCase>
-void changeCase(const Call& call, char first, char last, const ChangeCase& change) {
+/// The text with the letters from `first` to `last` in the other case, or as `change` has it when it
+/// has others.
+void changeCase(const Call& call, char first, char last, std::string (*change)(std::string_view)) {
   const std::string_view text = call.text(0);
   if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80U; })) {
-    icu::UnicodeString wide = icu::UnicodeString::fromUTF8(
-        icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
-    change(wide);
-    std::string changed;
-    return call.returnText(wide.toUTF8String(changed));
+    return call.returnText(change(text));
   }
   std::string changed(text);
   for (char& c : changed) {
@@ -88,15 +81,9 @@ void changeCase(const Call& call, char first, char last, const ChangeCase& chang
   call.returnText(changed);
 }
 
-void lower(const Call& call) {
-  changeCase(call, 'A', 'Z',
-             [](icu::UnicodeString& text) { text.toLower(icu::Locale::getRoot()); });
-}
+void lower(const Call& call) { changeCase(call, 'A', 'Z', inLowerCase); }
 
-void upper(const Call& call) {
-  changeCase(call, 'a', 'z',
-             [](icu::UnicodeString& text) { text.toUpper(icu::Locale::getRoot()); });
-}
+void upper(const Call& call) { changeCase(call, 'a', 'z', inUpperCase); }
 
 /// (text, found, start): place of `found` from 1, or 0. No text is in none, or anywhere within.
 template <bool IsAnywhere>

@@ -1,0 +1,15 @@
+# quoracc_header_library(TARGET FOLDER): a library of headers alone, as the system's package has it
+# under /usr/include; linked beside the build, where the cross compiler sees nothing else of them.
+function(quoracc_header_library target folder)
+  if(TARGET ${target})
+    return()
+  endif()
+  if(NOT IS_DIRECTORY /usr/include/${folder})
+    message(FATAL_ERROR "/usr/include/${folder} is not there: run scripts/bootstrap")
+  endif()
+  set(headers ${CMAKE_BINARY_DIR}/headers)
+  file(MAKE_DIRECTORY ${headers})
+  file(CREATE_LINK /usr/include/${folder} ${headers}/${folder} SYMBOLIC)
+  add_library(${target} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${target} INTERFACE ${headers})
+endfunction()
