@@ -13,9 +13,11 @@ SINCE ?=
 
 QUORACC := build/release/bin/quoracc
 DEMO := build/demo/company.db
+COM_BENCH := build/windows64/bin/quoracc_com_bench.exe
 
 .DEFAULT_GOAL := help
-.PHONY: help demo build test bench format lint clang sanitize threads fuzz install clean packages tools
+.PHONY: help demo build test bench format lint clang sanitize threads fuzz install clean packages tools \
+        idl windows wine
 
 help: ## this list
 	@sed -n 's/^\([a-z]*\):.*## /\1\t/p' $(MAKEFILE_LIST) | expand -t 12
@@ -36,6 +38,8 @@ bench: packages build/release/build.ninja ## measure against the engine used by 
 	@cmake --build --preset release -j $(JOBS) --target quoracc_bench
 	@build/release/bin/quoracc_bench --companies=build/bench --scales="$(BENCH_SCALES)" \
 	  $(if $(BENCH_FILTER),--benchmark_filter="$(BENCH_FILTER)")
+	@test ! -x $(COM_BENCH) || (cd $(dir $(COM_BENCH)) && \
+	  $(CURDIR)/tests/com/run.sh $(CURDIR)/build/windows64/wine $(notdir $(COM_BENCH)))
 
 format: tools ## lay out all sources
 	@scripts/sources | xargs clang-format-19 -i
@@ -58,6 +62,21 @@ fuzz: tools build/fuzz/build.ninja ## run each fuzz target for FUZZ_SECONDS
 	@cmake --build --preset fuzz -j $(JOBS)
 	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
 
+idl: packages build/release/build.ninja ## write the interface definitions (com/idl) off the member tables
+	@cmake --build --preset release -j $(JOBS) --target quoracc_idl
+	@for library in QuorAccQueries QuorDataLib; do \
+	  build/release/bin/quoracc_idl $$library >com/idl/$$library.idl || exit 1; done
+
+windows: build/windows64/build.ninja build/windows32/build.ninja ## the COM server for Windows, packed: build/windows
+	@cmake --build --preset windows64 -j $(JOBS)
+	@cmake --build --preset windows32 -j $(JOBS)
+	@ctest --preset windows32
+	@scripts/pack-windows build/windows
+
+wine: build/windows64/build.ninja ## build the COM server and run its clients (Wine)
+	@cmake --build --preset windows64 -j $(JOBS)
+	@ctest --preset windows64
+
 install: build ## install program, libraries, headers and CMake package under PREFIX
 	@cmake --install build/release --prefix "$(PREFIX)"
 
@@ -75,3 +94,10 @@ build/%/build.ninja: CMakePresets.json | packages
 	@touch $@
 
 build/fuzz/build.ninja build/clang/build.ninja: | tools
+
+build/windows64/build.ninja build/windows32/build.ninja: | windows-packages
+
+.PHONY: windows-packages
+windows-packages:
+	@$(if $(BOOTSTRAP),$(BOOTSTRAP) windows)
+	@scripts/fetch-sqlite

@@ -54,7 +54,8 @@ std::ostream* Session::openTrace(const RunOptions& options, Console& console) {
     throw UsageError("--trace would overwrite the company file " + options.company);
   }
   traceName_ = options.trace;
-  traceFile_.open(std::filesystem::path(traceName_), std::ios::out | std::ios::trunc | std::ios::binary);
+  traceFile_.open(std::filesystem::path(traceName_),
+                  std::ios::out | std::ios::trunc | std::ios::binary);
   if (!traceFile_) throw Failure("the trace file " + traceName_ + " cannot be written");
   return &traceFile_;
 }

@@ -37,8 +37,8 @@ Told& told() {
 }
 
 std::string registeredClass() {
-  const std::wstring key = L"CLSID\\{" + wide(classId("QuorAccQueries", "CQueries")) + L"}\\" +
-                           kApplicationKey;
+  const std::wstring key =
+      L"CLSID\\{" + wide(classId("QuorAccQueries", "CQueries")) + L"}\\" + kApplicationKey;
   constexpr std::size_t kLongest = 256;
   std::array<wchar_t, kLongest> text{};
   DWORD size = sizeof text;

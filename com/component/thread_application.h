@@ -1,7 +1,8 @@
-// The application object of each thread: made of a class on first use, or what the host has assigned.
+// The application object of each thread: made of a class on first use, or what the host has
+// assigned.
 //
-// What a thread holds is let go when clients hold no object of the thread any longer, and before its
-// apartment ends; never after that.
+// What a thread holds is let go when clients hold no object of the thread any longer, and before
+// its apartment ends; never after that.
 #pragma once
 
 #include <string>

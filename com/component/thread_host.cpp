@@ -16,7 +16,9 @@ class OwnThreadHost final : public ThreadHost {
   std::string ApplicationClass() override { return applicationClass(); }
   void SetApplicationClass(const std::string& classId) override { setApplicationClass(classId); }
   Ref<QuorDataLib::Application> Application() override { return QuorDataLib::currentApplication(); }
-  void SetApplication(const Ref<QuorDataLib::Application>& application) override { setApplication(application); }
+  void SetApplication(const Ref<QuorDataLib::Application>& application) override {
+    setApplication(application);
+  }
   std::int32_t LiveObjects() override { return liveObjects(); }
 };
 

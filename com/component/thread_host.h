@@ -21,8 +21,8 @@ class ThreadHost : public QuorDataLib::Contract<ThreadHost> {
   virtual std::string ApplicationClass() = 0;
   virtual void SetApplicationClass(const std::string& classId) = 0;
 
-  /// The application object itself, for hosts that have one already. Empty: made by its class again.
-  /// Reading it makes it where there is none yet.
+  /// The application object itself, for hosts that have one already. Empty: made by its class
+  /// again. Reading it makes it where there is none yet.
   virtual QuorDataLib::Ref<QuorDataLib::Application> Application() = 0;
   virtual void SetApplication(const QuorDataLib::Ref<QuorDataLib::Application>& application) = 0;
 

@@ -1,6 +1,7 @@
 // What QuorDataLib.dll offers.
-#include "com/data_library/reference_application.h"
 #include "com/server/library.h"
+
+#include "com/data_library/reference_application.h"
 #include "platform/collection.h"
 #include "platform/contracts.h"
 #include "platform/foundation.h"

@@ -31,9 +31,8 @@ constexpr std::array kAnswers{
 };
 
 const Answer& answerOf(std::string_view name) {
-  const auto* const found = std::ranges::find_if(kAnswers, [&](const Answer& each) {
-    return QuorDataLib::sameMemberName(each.name, name);
-  });
+  const auto* const found = std::ranges::find_if(
+      kAnswers, [&](const Answer& each) { return QuorDataLib::sameMemberName(each.name, name); });
   if (found == kAnswers.end()) {
     QuorDataLib::raise(ErrorNumber::InvalidArgument,
                        "'" + std::string(name) +
@@ -51,8 +50,9 @@ const ClassInfo& ReferenceApplication::info() {
       QuorDataLib::numbered(
           {
               propertyGet<&Self::Context>("Context", "The application context."),
-              method<&Self::OpenCompany>("OpenCompany", {"Path", "EngineType"},
-                                         "Opens a company file; engine type 1: desktop, 0: server."),
+              method<&Self::OpenCompany>(
+                  "OpenCompany", {"Path", "EngineType"},
+                  "Opens a company file; engine type 1: desktop, 0: server."),
               method<&Self::CloseCompany>("CloseCompany", {}, "Lets go of the company."),
               method<&Self::CreateCompany>("CreateCompany", {"Path", "Sample"},
                                            "Makes a company file."),

@@ -11,8 +11,8 @@
 
 namespace QuorCom {
 
-/// One per thread, for as long as somebody holds it: the one that a script has opened a company with
-/// is the one that the component finds.
+/// One per thread, for as long as somebody holds it: the one that a script has opened a company
+/// with is the one that the component finds.
 class ReferenceApplication final : public QuorDataLib::Application {
  public:
   static const QuorDataLib::ClassInfo& info();

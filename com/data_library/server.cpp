@@ -8,8 +8,10 @@
 namespace QuorCom {
 
 const Server& server() {
-  static const Server server{dataLibrary(), guidOf(libraryId("QuorDataLib")),
-                             guidOf(ownInterfaceId("QuorDataLib")), [] () noexcept { return true; },
+  static const Server server{dataLibrary(),
+                             guidOf(libraryId("QuorDataLib")),
+                             guidOf(ownInterfaceId("QuorDataLib")),
+                             []() noexcept { return true; },
                              {}};
   return server;
 }

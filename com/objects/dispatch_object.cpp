@@ -62,7 +62,8 @@ ComPtr<IUnknown> DispatchObject::of(const Ref<Object>& object) {
 
 HRESULT DispatchObject::QueryInterface(REFIID interfaceId, void** found) {
   if (found == nullptr) return E_POINTER;
-  if (interfaceId == IID_IUnknown || interfaceId == IID_IDispatch || isMain(interfaceId, members_.info())) {
+  if (interfaceId == IID_IUnknown || interfaceId == IID_IDispatch ||
+      isMain(interfaceId, members_.info())) {
     *found = static_cast<IDispatch*>(this);
   } else if (interfaceId == IID_IProvideClassInfo) {
     *found = static_cast<IProvideClassInfo*>(this);

@@ -15,8 +15,8 @@
 
 namespace QuorCom {
 
-/// Serves `IDispatch` off the member table of an object, whatever class it is of. Used on the thread
-/// that made it only: calls from another are answered with RPC_E_WRONG_THREAD.
+/// Serves `IDispatch` off the member table of an object, whatever class it is of. Used on the
+/// thread that made it only: calls from another are answered with RPC_E_WRONG_THREAD.
 class DispatchObject final : public IDispatch,
                              public IProvideClassInfo,
                              public ISupportErrorInfo,

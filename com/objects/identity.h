@@ -1,8 +1,8 @@
 // Which object is which on both sides.
 //
-// An object of this DLL goes out as one `IDispatch` for as long as a client holds it, and comes back
-// as itself. An object of somebody else's comes in as a proxy, and goes out as the very object that
-// came in.
+// An object of this DLL goes out as one `IDispatch` for as long as a client holds it, and comes
+// back as itself. An object of somebody else's comes in as a proxy, and goes out as the very object
+// that came in.
 #pragma once
 
 #include <windows.h>
@@ -30,7 +30,8 @@ struct OwnObject : public IUnknown {
   virtual const QuorDataLib::Ref<QuorDataLib::Object>& object() const noexcept = 0;
 };
 
-/// The object for clients: an `IDispatch` (empty for no object, an `IEnumVARIANT` for an enumerator).
+/// The object for clients: an `IDispatch` (empty for no object, an `IEnumVARIANT` for an
+/// enumerator).
 [[nodiscard]] ComPtr<IUnknown> outgoing(const QuorDataLib::Ref<QuorDataLib::Object>& object);
 
 /// Fills a variant with an object for clients.

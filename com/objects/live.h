@@ -1,10 +1,10 @@
 // How many objects of this DLL clients hold, in all and by thread.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 #include <memory>
-
-#include <windows.h>
 
 namespace QuorCom {
 

@@ -1,7 +1,6 @@
 // A host's foundation.
-#include "platform/foundation.h"
-
 #include "com/proxies/proxies.h"
+#include "platform/foundation.h"
 
 namespace QuorCom {
 
@@ -21,9 +20,7 @@ namespace {
 class SettingsProxy final : public Proxy<Settings> {
  public:
   using Proxy::Proxy;
-  Value GetSetting(std::int16_t number) override {
-    return host_.call<Value>("GetSetting", number);
-  }
+  Value GetSetting(std::int16_t number) override { return host_.call<Value>("GetSetting", number); }
 };
 
 class CurrencyInfoProxy final : public Proxy<CurrencyInfo> {

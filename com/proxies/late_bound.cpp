@@ -1,5 +1,7 @@
 #include "com/proxies/late_bound.h"
 
+#include <dispex.h>
+
 #include <memory>
 #include <string>
 
@@ -18,10 +20,31 @@ using QuorDataLib::ValueType;
 
 namespace {
 
-/// The number of a name; nothing where the object has no such member.
+/// The extended interface of objects of scripts; the libraries of the compiler do not have it.
+constexpr IID kExtendedInterface{
+    0xA6EF9860, 0xC720, 0x11D0, {0x93, 0x37, 0x00, 0xA0, 0xC9, 0x0D, 0xCA, 0xA9}};
+
+/// The number of a name. Objects of scripts may be known by their extended interface alone.
 HRESULT askNumber(IDispatch& object, std::wstring name, DISPID& number) {
   wchar_t* text = name.data();
-  return object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &number);
+  const HRESULT result = object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &number);
+  if (result != E_NOTIMPL) return result;
+  const auto extended = ComPtr<IDispatch>::shared(&object).query<IDispatchEx>(kExtendedInterface);
+  if (!extended) return result;
+  const Bstr wanted(narrow(name));
+  return extended->GetDispID(wanted.get(), fdexNameCaseInsensitive, &number);
+}
+
+/// Calls the member of a number, by the interface that the object answers on.
+HRESULT callNumber(IDispatch& object, DISPID number, WORD flags, DISPPARAMS& arguments,
+                   VARIANT* result, EXCEPINFO& details) {
+  const HRESULT done = object.Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments,
+                                     result, &details, nullptr);
+  if (done != E_NOTIMPL) return done;
+  const auto extended = ComPtr<IDispatch>::shared(&object).query<IDispatchEx>(kExtendedInterface);
+  if (!extended) return done;
+  return extended->InvokeEx(number, LOCALE_USER_DEFAULT, flags, &arguments, result, &details,
+                            nullptr);
 }
 
 /// The number of the first function of an object's interface that is its own.
@@ -56,11 +79,9 @@ HRESULT dispatch(IDispatch& object, DISPID number, const Member& called, DISPPAR
                  VARIANT* result, EXCEPINFO& details) {
   const WORD flags = flagsOf(called, arguments);
   VARIANT* const wanted = called.kind == Member::Kind::Put ? nullptr : result;
-  const HRESULT done = object.Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments,
-                                     wanted, &details, nullptr);
+  const HRESULT done = callNumber(object, number, flags, arguments, wanted, details);
   if (flags != DISPATCH_PROPERTYPUTREF || done != DISP_E_MEMBERNOTFOUND) return done;
-  return object.Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &arguments,
-                       wanted, &details, nullptr);
+  return callNumber(object, number, DISPATCH_PROPERTYPUT, arguments, wanted, details);
 }
 
 /// The variants of a call, from the last argument to the first, and what those by reference point
@@ -128,9 +149,8 @@ Value getValue(IDispatch& object, const wchar_t* name, std::int32_t place) {
   }
   Variant result;
   EXCEPINFO details{};
-  const HRESULT done =
-      object.Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
-                    &parameters, result.get(), &details, nullptr);
+  const HRESULT done = callNumber(object, number, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                  parameters, result.get(), details);
   if (FAILED(done)) raiseFailed(done, details);
   return readVariant(*result, {});
 }

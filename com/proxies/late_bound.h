@@ -32,8 +32,9 @@ class LateBound {
 
   [[nodiscard]] IDispatch* object() const noexcept { return object_.get(); }
 
-  /// Calls the method `name`. Arguments that the member writes are variables of the caller's. Raises
-  /// what the object raises, 438 when it has no such member, and 13 for a result of a wrong type.
+  /// Calls the method `name`. Arguments that the member writes are variables of the caller's.
+  /// Raises what the object raises, 438 when it has no such member, and 13 for a result of a wrong
+  /// type.
   template <class R, class... A>
   R call(std::string_view name, A&&... arguments) {
     return invoke<R>(name, QuorDataLib::Member::Kind::Method, std::forward<A>(arguments)...);
@@ -62,11 +63,16 @@ class LateBound {
   template <class... A>
   QuorDataLib::Ref<QuorDataLib::Object> callFor(const QuorDataLib::ClassInfo* wanted,
                                                 std::string_view name, const A&... arguments) {
-    std::array<QuorDataLib::Value, sizeof...(A)> values{QuorDataLib::Automation<A>::to(arguments)...};
+    std::array<QuorDataLib::Value, sizeof...(A)> values{
+        QuorDataLib::Automation<A>::to(arguments)...};
     QuorDataLib::TypeInfo type{QuorDataLib::ValueType::Object, "Object"};
     if (wanted != nullptr) type.className = wanted->name;
     return invoke(member(name, QuorDataLib::Member::Kind::Method), values, type).toObject();
   }
+
+  /// Calls the object; `values` hold what it has written afterwards.
+  QuorDataLib::Value invoke(const QuorDataLib::Member& called, std::span<QuorDataLib::Value> values,
+                            const QuorDataLib::TypeInfo& result);
 
  private:
   template <class R, class... A>
@@ -91,10 +97,6 @@ class LateBound {
   /// The line of the contract's table.
   [[nodiscard]] const QuorDataLib::Member& member(std::string_view name,
                                                   QuorDataLib::Member::Kind kind) const;
-  /// Calls the object; `values` hold what it has written afterwards.
-  QuorDataLib::Value invoke(const QuorDataLib::Member& called,
-                            std::span<QuorDataLib::Value> values,
-                            const QuorDataLib::TypeInfo& result);
   /// The object's own number of a member.
   [[nodiscard]] DISPID numberOf(const QuorDataLib::Member& called);
 

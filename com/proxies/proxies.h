@@ -21,16 +21,16 @@ class Proxy : public Contract, public Foreign {
   LateBound host_;
 };
 
-/// A proxy that serves the contract of that name; empty when there is no such contract, or none that
-/// a host's object could serve.
+/// A proxy that serves the contract of that name; empty when there is no such contract, or none
+/// that a host's object could serve.
 [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Object> newProxy(const ComPtr<IDispatch>& object,
                                                              std::string_view contract);
 
 /// The same by area; `newProxy` asks one after the other.
 [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Object> newDataProxy(const ComPtr<IDispatch>& object,
                                                                  std::string_view contract);
-[[nodiscard]] QuorDataLib::Ref<QuorDataLib::Object> newServiceProxy(
-    const ComPtr<IDispatch>& object, std::string_view contract);
+[[nodiscard]] QuorDataLib::Ref<QuorDataLib::Object> newServiceProxy(const ComPtr<IDispatch>& object,
+                                                                    std::string_view contract);
 [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Object> newFoundationProxy(
     const ComPtr<IDispatch>& object, std::string_view contract);
 

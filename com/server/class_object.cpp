@@ -31,9 +31,7 @@ class ClassObject final : public IClassFactory {
     *made = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     const LiveObject busy;  // what the DLL holds for the thread goes once more when this fails
-    return guarded([&] {
-      return outgoing(made_.create())->QueryInterface(interfaceId, made);
-    });
+    return guarded([&] { return outgoing(made_.create())->QueryInterface(interfaceId, made); });
   }
   STDMETHODIMP LockServer(BOOL lock) override {
     lockModule(lock != FALSE);

@@ -38,18 +38,17 @@ void addClass(std::vector<Entry>& entries, const PublicClass& each, const std::w
   const std::wstring name = wide(each.maker) + L"." + wide(each.info->name);
   const std::wstring summary = wide(each.info->summary);
   const std::wstring key = L"CLSID\\" + id;
-  entries.insert(entries.end(),
-                 {
-                     {name, summary},
-                     {name + L"\\CLSID", id},
-                     {key, summary},
-                     {key + L"\\InprocServer32", path},
-                     {key + L"\\InprocServer32", L"Apartment", L"ThreadingModel"},
-                     {key + L"\\ProgID", name},
-                     {key + L"\\TypeLib", braced(libraryId(library.name))},
-                     {key + L"\\Version", kVersion},
-                     {key + L"\\Programmable", L""},
-                 });
+  entries.insert(entries.end(), {
+                                    {name, summary},
+                                    {name + L"\\CLSID", id},
+                                    {key, summary},
+                                    {key + L"\\InprocServer32", path},
+                                    {key + L"\\InprocServer32", L"Apartment", L"ThreadingModel"},
+                                    {key + L"\\ProgID", name},
+                                    {key + L"\\TypeLib", braced(libraryId(library.name))},
+                                    {key + L"\\Version", kVersion},
+                                    {key + L"\\Programmable", L""},
+                                });
   const Server::Setting& setting = server().setting;
   if (setting.className == each.info->name) {
     entries.push_back({key + L"\\" + setting.key, setting.text});

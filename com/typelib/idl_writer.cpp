@@ -26,8 +26,7 @@ class Writer {
             "import \"automation.idl\";\n\n"
             "[\n  uuid("
          << libraryId(library_.name) << "),\n  version(1.0),\n  helpstring("
-         << quoted(library_.summary) << ")\n]\nlibrary " << library_.name
-         << " {\n";
+         << quoted(library_.summary) << ")\n]\nlibrary " << library_.name << " {\n";
     for (const ClassInfo* const info : library_.interfaces) {
       out_ << "  dispinterface _" << info->name << ";\n";
     }

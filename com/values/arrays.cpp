@@ -87,9 +87,9 @@ SAFEARRAY* newArray(const std::vector<Value>& values) {
 Ref<Collection> readCollection(IDispatch* object) {
   DISPPARAMS none{};
   Variant walker;
-  const HRESULT result = object->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                                        DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, walker.get(),
-                                        nullptr, nullptr);
+  const HRESULT result =
+      object->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
+                     DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, walker.get(), nullptr, nullptr);
   if (SUCCEEDED(result) && (walker->vt == VT_UNKNOWN || walker->vt == VT_DISPATCH)) {
     const auto enumerator =
         ComPtr<IUnknown>::shared(walker->punkVal).query<IEnumVARIANT>(IID_IEnumVARIANT);

@@ -97,11 +97,12 @@ Error errorOf(HRESULT result) {
 
 Error errorOf(EXCEPINFO& details) {
   if (details.pfnDeferredFillIn != nullptr) details.pfnDeferredFillIn(&details);
-  const std::int32_t number = details.wCode != 0       ? details.wCode
+  const std::int32_t number = details.wCode != 0      ? details.wCode
                               : FAILED(details.scode) ? numberOf(details.scode)
                                                       : numberOf(E_FAIL);
   std::string description = textOf(details.bstrDescription);
-  if (description.empty()) description = errorOf(FAILED(details.scode) ? details.scode : E_FAIL).description();
+  if (description.empty())
+    description = errorOf(FAILED(details.scode) ? details.scode : E_FAIL).description();
   Error error(number, textOf(details.bstrSource), std::move(description));
   ::SysFreeString(details.bstrSource);
   ::SysFreeString(details.bstrDescription);

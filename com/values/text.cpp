@@ -18,8 +18,8 @@ bool isAscii(std::string_view text) {
 std::string narrow(std::wstring_view text) {
   std::string result;
   if (text.empty()) return result;
-  result.resize(static_cast<std::size_t>(::WideCharToMultiByte(
-      CP_UTF8, 0, text.data(), sizeOf(text), nullptr, 0, nullptr, nullptr)));
+  result.resize(static_cast<std::size_t>(
+      ::WideCharToMultiByte(CP_UTF8, 0, text.data(), sizeOf(text), nullptr, 0, nullptr, nullptr)));
   ::WideCharToMultiByte(CP_UTF8, 0, text.data(), sizeOf(text), result.data(), sizeOf(result),
                         nullptr, nullptr);
   return result;

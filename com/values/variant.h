@@ -1,8 +1,8 @@
 // The only place where values become variants and variants values.
 //
 // Text is UTF-16 there; amounts are currencies, dates automation dates, true is -1. An object that
-// only passes through leaves as the object that came in (`objects/identity.h`). An array comes in as
-// a collection; the parameters of a statement go out as an array.
+// only passes through leaves as the object that came in (`objects/identity.h`). An array comes in
+// as a collection; the parameters of a statement go out as an array.
 #pragma once
 
 #include <windows.h>

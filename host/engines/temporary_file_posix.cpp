@@ -1,5 +1,3 @@
-#include "host/engines/temporary_file.h"
-
 #include <unistd.h>
 
 #include <cerrno>
@@ -7,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/engines/temporary_file.h"
 #include "platform/error.h"
 
 namespace QuorHost {

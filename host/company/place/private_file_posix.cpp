@@ -1,5 +1,3 @@
-#include "host/company/place/private_file.h"
-
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -13,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/company/place/private_file.h"
 #include "host/engines/store.h"
 #include "platform/error.h"
 

@@ -67,8 +67,8 @@ void substring(const Call& call) {
   call.returnText(slice(call.text(0), first - 1, std::max<std::int64_t>(end - first, 0)));
 }
 
-/// The text with the letters from `first` to `last` in the other case, or as `change` has it when it
-/// has others.
+/// The text with the letters from `first` to `last` in the other case, or as `change` has it when
+/// it has others.
 void changeCase(const Call& call, char first, char last, std::string (*change)(std::string_view)) {
   const std::string_view text = call.text(0);
   if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80U; })) {
