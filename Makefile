@@ -67,10 +67,8 @@ idl: packages build/release/build.ninja ## write the interface definitions (com/
 	@for library in QuorAccQueries QuorDataLib; do \
 	  build/release/bin/quoracc_idl $$library >com/idl/$$library.idl || exit 1; done
 
-windows: build/windows64/build.ninja build/windows32/build.ninja ## the COM server for Windows, packed: build/windows
+windows: build/windows64/build.ninja ## the COM server for Windows, packed: build/windows
 	@cmake --build --preset windows64 -j $(JOBS)
-	@cmake --build --preset windows32 -j $(JOBS)
-	@ctest --preset windows32
 	@scripts/pack-windows build/windows
 
 wine: build/windows64/build.ninja ## build the COM server and run its clients (Wine)
@@ -95,7 +93,7 @@ build/%/build.ninja: CMakePresets.json | packages
 
 build/fuzz/build.ninja build/clang/build.ninja: | tools
 
-build/windows64/build.ninja build/windows32/build.ninja: | windows-packages
+build/windows64/build.ninja: | windows-packages
 
 .PHONY: windows-packages
 windows-packages:

@@ -79,6 +79,7 @@ Sub Numbers()
   WScript.Echo "average cost: " & TypeName(cost) & " " & cost
   balance = root.GetNewGeneralLedgerHelper.GetAcctBalance(1200, 0, 0, #6/30/2025#, 0, False, 0, 0, False, "")
   WScript.Echo "account balance: " & TypeName(balance) & " " & balance
+  WScript.Echo "due date: " & DayText(root.GetNewTermHelper.GetDueDate(1, #3/15/2025#))
   WScript.Echo "customer balance: " & root.GetNewCustomerHelper.GetCustBalance(3, #6/30/2025#)
 End Sub
 
@@ -104,6 +105,9 @@ End Sub
 Sub Outputs()
   Dim account, code, rate
   root.GetNewGeneralLedgerHelper.FindInfoForTaxCode 1, account, code, rate
+  Dim known, frequency, lastRun, nextRun
+  known = root.GetNewTrxRecHelper.GetTrxRecInfo(1, 23, frequency, lastRun, nextRun)
+  WScript.Echo "recurring: " & known & " " & frequency & " " & DayText(lastRun) & " " & DayText(nextRun)
   WScript.Echo "tax code: " & account & " " & code & " " & rate
 End Sub
 

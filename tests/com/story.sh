@@ -37,6 +37,8 @@ types: Long Date Currency
 average cost: Currency $(sed -E 's/\.?0+$//' <<<"$cost")
 inventory account: Long 1200
 accounts: 1, first 1200
+due date: 2025-04-14
+recurring: True 3 2025-03-21 2025-04-21
 tax code: 1400 GST 5
 unknown member: 438
 missing argument: 450

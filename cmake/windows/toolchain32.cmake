@@ -1,2 +1,0 @@
-set(QUORACC_WINDOWS_MACHINE i686)
-include(${CMAKE_CURRENT_LIST_DIR}/toolchain.cmake)
