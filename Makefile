@@ -13,6 +13,8 @@ SINCE ?=
 
 QUORACC := build/release/bin/quoracc
 DEMO := build/demo/company.db
+WINDOWS_READY := $(if $(BOOTSTRAP),$(BOOTSTRAP) windows,command -v wine x86_64-w64-mingw32-g++-posix >/dev/null) && \
+  scripts/fetch-sqlite
 COM_BENCH := build/windows64/bin/quoracc_com_bench.exe
 
 .DEFAULT_GOAL := help
@@ -30,9 +32,11 @@ demo: build ## build, make a sample company, print its aged receivables
 build: packages build/release/build.ninja ## the release build: build/release/bin/quoracc
 	@cmake --build --preset release -j $(JOBS) --target quoracc_product
 
-test: packages build/release/build.ninja ## the release build with its tests, and run them
+test: packages build/release/build.ninja ## the release build with its tests, and run them; then make wine, where Wine can be had
 	@cmake --build --preset release -j $(JOBS)
 	@ctest --preset release -j $(JOBS)
+	@if $(WINDOWS_READY); then $(MAKE) --no-print-directory BOOTSTRAP= wine; \
+	else echo "The tests of the COM server are left out: Wine and a compiler for it are not to be had here."; fi
 
 bench: packages build/release/build.ninja ## measure against the engine used by hand (BENCH_SCALES, BENCH_FILTER)
 	@cmake --build --preset release -j $(JOBS) --target quoracc_bench
@@ -44,8 +48,8 @@ bench: packages build/release/build.ninja ## measure against the engine used by 
 format: tools ## lay out all sources
 	@scripts/sources | xargs clang-format-19 -i
 
-lint: tools build/clang/build.ninja ## layout, layers, and clang-tidy (with Clang's warnings) over all sources (or SINCE=revision)
-	@scripts/lint build/clang $(JOBS) $(SINCE)
+lint: tools build/clang/build.ninja build/windows-clang/build.ninja ## layout, layers, and clang-tidy (with Clang's warnings) over all sources (or SINCE=revision)
+	@scripts/lint build/clang:build/windows-clang $(JOBS) $(SINCE)
 
 clang: tools build/clang/build.ninja ## everything once more with Clang's warnings
 	@cmake --build --preset clang -j $(JOBS)
@@ -67,8 +71,10 @@ idl: packages build/release/build.ninja ## write the interface definitions (com/
 	@for library in QuorAccQueries QuorDataLib; do \
 	  build/release/bin/quoracc_idl $$library >com/idl/$$library.idl || exit 1; done
 
-windows: build/windows64/build.ninja ## the COM server for Windows, packed: build/windows
+windows: build/windows64/build.ninja build/windows32/build.ninja ## the COM server for Windows, packed: build/windows
 	@cmake --build --preset windows64 -j $(JOBS)
+	@cmake --build --preset windows32 -j $(JOBS)
+	@ctest --preset windows32
 	@scripts/pack-windows build/windows
 
 wine: build/windows64/build.ninja ## build the COM server and run its clients (Wine)
@@ -93,7 +99,7 @@ build/%/build.ninja: CMakePresets.json | packages
 
 build/fuzz/build.ninja build/clang/build.ninja: | tools
 
-build/windows64/build.ninja: | windows-packages
+build/windows64/build.ninja build/windows32/build.ninja build/windows-clang/build.ninja: | windows-packages
 
 .PHONY: windows-packages
 windows-packages:

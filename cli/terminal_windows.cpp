@@ -20,7 +20,7 @@ bool isTerminal(int stream) { return ::_isatty(stream) != 0; }
 std::size_t terminalWidth() {
   CONSOLE_SCREEN_BUFFER_INFO console{};
   if (::GetConsoleScreenBufferInfo(::GetStdHandle(STD_OUTPUT_HANDLE), &console) == 0) return 0;
-  return static_cast<std::size_t>(console.srWindow.Right - console.srWindow.Left + 1);
+  return static_cast<std::size_t>(console.srWindow.Right - console.srWindow.Left) + 1;
 }
 
 std::vector<std::string> argumentsOf(int /*count*/, char** /*arguments*/) {
@@ -28,7 +28,7 @@ std::vector<std::string> argumentsOf(int /*count*/, char** /*arguments*/) {
   wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<std::string> arguments;
   for (int i = 1; i < count; ++i) arguments.push_back(std::filesystem::path(words[i]).string());
-  ::LocalFree(words);
+  ::LocalFree(static_cast<void*>(words));
   return arguments;
 }
 

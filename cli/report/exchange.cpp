@@ -8,6 +8,7 @@
 
 #include "platform/error.h"
 #include "platform/values/currency.h"
+#include "platform/values/wide_integer.h"
 
 namespace QuorCli {
 namespace {
@@ -16,13 +17,12 @@ using QuorDataLib::Currency;
 using QuorDataLib::ErrorNumber;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
-
-__extension__ using Wide = __int128;
+using QuorDataLib::WideInteger;
 
 /// A decimal number: `digits` divided by `scale`, a power of ten.
 struct Decimal {
   std::int64_t digits = 0;
-  Wide scale = 1;
+  WideInteger scale = 1;
 };
 
 /// The number written by `text`, its decimals cut after the sixteenth.
@@ -69,10 +69,10 @@ Currency inHomeCurrency(Currency amount, const Value& rate) {
   const Decimal factor = decimalRate(rate);
   if (factor.digits == factor.scale) return amount;
   constexpr std::int64_t kUnitsPerCent = Currency::kUnitsPerOne / 100;
-  const Wide product = Wide{amount.units()} * factor.digits;
-  const Wide divisor = factor.scale * kUnitsPerCent;
-  const Wide half = product < 0 ? -(divisor / 2) : divisor / 2;
-  const Wide units = (product + half) / divisor * kUnitsPerCent;
+  const WideInteger product = WideInteger{amount.units()} * factor.digits;
+  const WideInteger divisor = factor.scale * kUnitsPerCent;
+  const WideInteger half = product < 0 ? -(divisor / 2) : divisor / 2;
+  const WideInteger units = (product + half) / divisor * kUnitsPerCent;
   if (units > std::numeric_limits<std::int64_t>::max() ||
       units < std::numeric_limits<std::int64_t>::min()) {
     QuorDataLib::raise(ErrorNumber::Overflow, "An amount is too large in home currency");

@@ -5,18 +5,20 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/values/wide_integer.h"
+
 namespace QuorCli {
 
 using QuorDataLib::Currency;
+using QuorDataLib::WideInteger;
 
 std::vector<int> sharesOf(const std::vector<Currency>& parts) {
-  __extension__ using Wide = __int128;
-  Wide sum = 0;
+  WideInteger sum = 0;
   for (const Currency part : parts) sum += std::max<std::int64_t>(part.units(), 0);
   if (sum == 0) return {};
   std::vector<int> shares;
   for (const Currency part : parts) {
-    const Wide units = std::max<std::int64_t>(part.units(), 0);
+    const WideInteger units = std::max<std::int64_t>(part.units(), 0);
     shares.push_back(static_cast<int>((units * 100 + sum / 2) / sum));
   }
   return shares;

@@ -28,6 +28,9 @@ class Foreign {
 /// The interface by which objects of this DLL know each other; its identifier differs by DLL.
 struct OwnObject : public IUnknown {
   virtual const QuorDataLib::Ref<QuorDataLib::Object>& object() const noexcept = 0;
+
+ protected:
+  ~OwnObject() = default;
 };
 
 /// The object for clients: an `IDispatch` (empty for no object, an `IEnumVARIANT` for an

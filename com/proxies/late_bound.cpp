@@ -11,12 +11,10 @@
 
 namespace QuorCom {
 
-using QuorDataLib::Error;
 using QuorDataLib::ErrorNumber;
 using QuorDataLib::Member;
 using QuorDataLib::TypeInfo;
 using QuorDataLib::Value;
-using QuorDataLib::ValueType;
 
 namespace {
 

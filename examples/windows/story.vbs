@@ -35,12 +35,12 @@ Records
 Lists
 Outputs
 Errors
+AfterClosing
 
 ' Everything is let go of before the DLLs are removed.
 Set root = Nothing
 WScript.Echo "objects held: " & host.LiveObjects
 Set host = Nothing
-data.CloseCompany
 WScript.Echo "objects held of the host: " & data.LiveObjects
 Set data = Nothing
 
@@ -129,6 +129,14 @@ Sub Errors()
   Err.Clear
   root.Customer.OpenCustOpenCredits 5E9
   WScript.Echo "overflow: " & Err.Number
+End Sub
+
+' Who asks for a company that was closed is told so.
+Sub AfterClosing()
+  data.CloseCompany
+  On Error Resume Next
+  CreateObject("QuorAccQueries.CQueries").Customer.OpenCustOpenCredits 3
+  WScript.Echo "after closing: " & Err.Number
 End Sub
 
 Sub RunHidden(command)

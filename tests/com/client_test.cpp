@@ -14,6 +14,50 @@ namespace {
 using namespace QuorDataLib;
 using namespace client;
 
+/// An application object that calls its context by another name, which only its type tells.
+class Renamed final : public IDispatch {
+ public:
+  explicit Renamed(ComPtr<IDispatch> application) : application_(std::move(application)) {
+    ComPtr<ITypeLib> types;
+    check(::LoadTypeLibEx(L"QuorDataLib.dll", REGKIND_NONE, types.put()));
+    check(types->GetTypeInfoOfGuid(guidOf(interfaceId("QuorDataLib", "Application")), type_.put()));
+  }
+
+  STDMETHODIMP QueryInterface(REFIID id, void** found) override {
+    *found = nullptr;
+    if (id != IID_IUnknown && id != IID_IDispatch) return E_NOINTERFACE;
+    *found = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override { return --references; }
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 1, S_OK; }
+  STDMETHODIMP GetTypeInfo(UINT /*place*/, LCID /*locale*/, ITypeInfo** info) override {
+    *info = ComPtr<ITypeInfo>(type_).detach();
+    return S_OK;
+  }
+  STDMETHODIMP GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* /*names*/, UINT /*count*/,
+                             LCID /*locale*/, DISPID* numbers) override {
+    return *numbers = DISPID_UNKNOWN, DISP_E_UNKNOWNNAME;
+  }
+  STDMETHODIMP Invoke(DISPID number, REFIID reserved, LCID locale, WORD flags,
+                      DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* details,
+                      UINT* wrong) override {
+    if (number != kNumber) return DISP_E_MEMBERNOTFOUND;
+    return application_->Invoke(numberOf(*application_.get(), L"Context"), reserved, locale, flags,
+                                arguments, result, details, wrong);
+  }
+
+  std::int32_t references = 0;
+
+ private:
+  static constexpr DISPID kNumber = 1;  // of the first member of the library's application
+
+  ComPtr<IDispatch> application_;
+  ComPtr<ITypeInfo> type_;
+};
+
 class Client : public testing::Test {
  protected:
   void SetUp() override {
@@ -159,6 +203,16 @@ TEST_F(Client, TheClassOfTheApplicationHasToBeThere) {
   text.bstrVal = none.get();
   invoke(called_, *host_.get(), L"ApplicationClass", DISPATCH_PROPERTYPUT, {text},
          {DISPID_PROPERTYPUT});
+}
+
+TEST_F(Client, TheContextOfAnApplicationIsFoundByItsPlace) {
+  Renamed application(served(currentApplication()));
+  assignApplication(*host_.get(), &application);
+  EXPECT_EQ(resultOf("CCustomerHelper", L"GetCustBalance", {number(1), omitted()}), S_OK);
+  EXPECT_GT(platform_->calls, 0);
+  EXPECT_GT(application.references, 0);
+  assignApplication(*host_.get(), nullptr);
+  EXPECT_EQ(application.references, 0);
 }
 
 TEST_F(Client, ObjectsBelongToTheirThread) {

@@ -44,6 +44,7 @@ unknown member: 438
 missing argument: 450
 wrong type: 13
 overflow: 6
+after closing: 3704
 objects held: 1
 objects held of the host: 1
 SAID

@@ -10,12 +10,12 @@
 
 #include "platform/raised.h"
 #include "platform/values/rounding.h"
+#include "platform/values/wide_integer.h"
 
 namespace QuorDataLib {
 namespace {
 
 using QuorTest::raisedBy;
-__extension__ typedef __int128 Int128;  // NOLINT(modernize-use-using): no extension in an alias
 
 constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
@@ -35,8 +35,8 @@ class RandomIntegers {
 };
 
 /// Whether `whole` is `numerator` / `denominator` rounded, halves to even.
-bool isNearest(std::int64_t whole, Int128 numerator, Int128 denominator) {
-  Int128 twiceOff = (Int128{whole} * denominator - numerator) * 2;
+bool isNearest(std::int64_t whole, WideInteger numerator, WideInteger denominator) {
+  WideInteger twiceOff = (WideInteger{whole} * denominator - numerator) * 2;
   if (twiceOff < 0) twiceOff = -twiceOff;
   return twiceOff < denominator || (twiceOff == denominator && whole % 2 == 0);
 }
@@ -47,17 +47,17 @@ TEST(Currency, ArithmeticIsExactOrOverflows) {
   for (int i = 0; i < 50'000; ++i) {
     const std::int64_t a = random.next();
     const std::int64_t b = random.next();
-    const auto expect = [&](Int128 numerator, Int128 denominator, auto operation) {
+    const auto expect = [&](WideInteger numerator, WideInteger denominator, auto operation) {
       Currency result;
       const int raised = raisedBy([&] { return result = operation(units(a), units(b)); });
       if (raised == 0) return isNearest(result.units(), numerator, denominator);
       ++overflows;
-      const Int128 size = numerator < 0 ? -numerator : numerator;
-      return raised == 6 && size >= Int128{kMost} * denominator;
+      const WideInteger size = numerator < 0 ? -numerator : numerator;
+      return raised == 6 && size >= WideInteger{kMost} * denominator;
     };
-    ASSERT_TRUE(expect(Int128{a} + b, 1, std::plus())) << a << ' ' << b;
-    ASSERT_TRUE(expect(Int128{a} - b, 1, std::minus())) << a << ' ' << b;
-    ASSERT_TRUE(expect(Int128{a} * b, 10'000, std::multiplies())) << a << ' ' << b;
+    ASSERT_TRUE(expect(WideInteger{a} + b, 1, std::plus())) << a << ' ' << b;
+    ASSERT_TRUE(expect(WideInteger{a} - b, 1, std::minus())) << a << ' ' << b;
+    ASSERT_TRUE(expect(WideInteger{a} * b, 10'000, std::multiplies())) << a << ' ' << b;
   }
   EXPECT_GT(overflows, 0);
 }
@@ -142,10 +142,10 @@ TEST(Currency, DoublesRoundToTheNearestAmount) {
     const std::int64_t mantissa = random.next(54);
     const int shift = 4 + i % 56;
     const double number = std::ldexp(static_cast<double>(mantissa), -shift);
-    ASSERT_TRUE(isNearest(Currency::fromDouble(number).units(), Int128{mantissa} * 10'000,
-                          Int128{1} << shift))
+    ASSERT_TRUE(isNearest(Currency::fromDouble(number).units(), WideInteger{mantissa} * 10'000,
+                          WideInteger{1} << shift))
         << number;
-    const Int128 away = (Int128{std::abs(mantissa)} * 20'000 + (Int128{1} << shift)) >> (shift + 1);
+    const WideInteger away = (WideInteger{std::abs(mantissa)} * 20'000 + (WideInteger{1} << shift)) >> (shift + 1);
     ASSERT_EQ(roundedToCurrency(number).units(), mantissa < 0 ? -away : away) << number;
   }
   EXPECT_EQ(Currency::fromDouble(0.03125), units(312));

@@ -37,7 +37,7 @@ class OldFile {
  public:
   /// Raises 5 for a file that may not be written.
   explicit OldFile(const std::filesystem::path& path);
-  ~OldFile();
+  ~OldFile();  // NOLINT(performance-trivially-destructible): one system has something to close
   OldFile(const OldFile&) = delete;
   OldFile& operator=(const OldFile&) = delete;
 

@@ -6,11 +6,10 @@
 
 #include "platform/error.h"
 #include "platform/values/blanks.h"
+#include "platform/values/wide_integer.h"
 
 namespace QuorDataLib {
 namespace {
-
-__extension__ typedef __int128 Int128;  // NOLINT(modernize-use-using): no extension in an alias
 
 constexpr int kDecimals = 4;
 constexpr std::int64_t kPowersOfTen[kDecimals + 1] = {1, 10, 100, 1'000, 10'000};
@@ -20,7 +19,7 @@ constexpr std::int64_t kPowersOfTen[kDecimals + 1] = {1, 10, 100, 1'000, 10'000}
         "The amount is outside -922337203685477.5808 to 922337203685477.5807");
 }
 
-Currency checked(Int128 units) {
+Currency checked(WideInteger units) {
   if (units < std::numeric_limits<std::int64_t>::min() ||
       units > std::numeric_limits<std::int64_t>::max()) {
     raiseOutsideRange();
@@ -30,7 +29,7 @@ Currency checked(Int128 units) {
 
 /// Of `floor` and the next whole number the nearest, halves to even; `restToHalf` compares what
 /// lies above `floor` with a half.
-Int128 nearest(Int128 floor, std::strong_ordering restToHalf) {
+WideInteger nearest(WideInteger floor, std::strong_ordering restToHalf) {
   const bool up = restToHalf > 0 || (restToHalf == 0 && (floor & 1) != 0);
   return floor + (up ? 1 : 0);
 }
@@ -41,7 +40,7 @@ bool areDigits(std::string_view text) {
 
 }  // namespace
 
-Currency Currency::fromInteger(std::int64_t whole) { return checked(Int128{whole} * kUnitsPerOne); }
+Currency Currency::fromInteger(std::int64_t whole) { return checked(WideInteger{whole} * kUnitsPerOne); }
 
 Currency Currency::fromDouble(double number) {
   constexpr double kBeyondRange = 1e15;
@@ -53,14 +52,14 @@ Currency Currency::fromDouble(double number) {
   int exponent = 0;
   const double fraction = std::frexp(number, &exponent);
   const auto mantissa = static_cast<std::int64_t>(std::ldexp(fraction, kMantissaBits));
-  const Int128 product = Int128{mantissa} * kUnitsPerOne;
+  const WideInteger product = WideInteger{mantissa} * kUnitsPerOne;
   const int shift = std::min(kMantissaBits - exponent, kVanishingShift);
-  const Int128 rest = product & ((Int128{1} << shift) - 1);
-  return checked(nearest(product >> shift, rest <=> (Int128{1} << (shift - 1))));
+  const WideInteger rest = product & ((WideInteger{1} << shift) - 1);
+  return checked(nearest(product >> shift, rest <=> (WideInteger{1} << (shift - 1))));
 }
 
 std::optional<Currency> Currency::parse(std::string_view text) {
-  constexpr Int128 kBeyondRange = Int128{1} << 64;
+  constexpr WideInteger kBeyondRange = WideInteger{1} << 64;
   text = withoutBlanks(text);
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
@@ -70,7 +69,7 @@ std::optional<Currency> Currency::parse(std::string_view text) {
   if (whole.empty() && decimals.empty()) return std::nullopt;
   if (!areDigits(whole) || !areDigits(decimals)) return std::nullopt;
 
-  Int128 units = 0;
+  WideInteger units = 0;
   for (const char digit : whole) {
     units = units * 10 + (digit - '0');
     if (units > kBeyondRange) raiseOutsideRange();
@@ -116,21 +115,21 @@ std::string Currency::toText(int decimals) const {
   return {at, end};
 }
 
-Currency Currency::operator-() const { return checked(-Int128{units_}); }
+Currency Currency::operator-() const { return checked(-WideInteger{units_}); }
 
-Currency operator+(Currency a, Currency b) { return checked(Int128{a.units_} + b.units_); }
+Currency operator+(Currency a, Currency b) { return checked(WideInteger{a.units_} + b.units_); }
 
-Currency operator-(Currency a, Currency b) { return checked(Int128{a.units_} - b.units_); }
+Currency operator-(Currency a, Currency b) { return checked(WideInteger{a.units_} - b.units_); }
 
 Currency operator*(Currency a, Currency b) {
-  const Int128 product = Int128{a.units_} * b.units_;
-  Int128 floor = product / Currency::kUnitsPerOne;
-  Int128 rest = product % Currency::kUnitsPerOne;
+  const WideInteger product = WideInteger{a.units_} * b.units_;
+  WideInteger floor = product / Currency::kUnitsPerOne;
+  WideInteger rest = product % Currency::kUnitsPerOne;
   if (rest < 0) {
     floor -= 1;
     rest += Currency::kUnitsPerOne;
   }
-  return checked(nearest(floor, rest * 2 <=> Int128{Currency::kUnitsPerOne}));
+  return checked(nearest(floor, rest * 2 <=> WideInteger{Currency::kUnitsPerOne}));
 }
 
 }  // namespace QuorDataLib

@@ -4,15 +4,14 @@
 #include <limits>
 
 #include "platform/error.h"
+#include "platform/values/wide_integer.h"
 
 namespace QuorDataLib {
 namespace {
 
-__extension__ typedef __int128 Wide;  // NOLINT(modernize-use-using): no extension in an alias
-
 [[noreturn]] void raiseOverflow() { raise(ErrorNumber::Overflow, "Overflow"); }
 
-Currency fitting(Wide units) {
+Currency fitting(WideInteger units) {
   if (units > std::numeric_limits<std::int64_t>::max() ||
       units < std::numeric_limits<std::int64_t>::min()) {
     raiseOverflow();
@@ -24,10 +23,10 @@ Currency fitting(Wide units) {
 
 Currency roundedProduct(Currency a, Currency b, int decimals) {
   // The product counts hundred-millionths.
-  Wide step = Currency::kUnitsPerOne;
+  WideInteger step = Currency::kUnitsPerOne;
   for (int place = 4; place > decimals; --place) step *= 10;
-  const Wide product = static_cast<Wide>(a.units()) * b.units();
-  const Wide half = product < 0 ? -(step / 2) : step / 2;
+  const WideInteger product = WideInteger{a.units()} * b.units();
+  const WideInteger half = product < 0 ? -(step / 2) : step / 2;
   return fitting((product + half) / step * (step / Currency::kUnitsPerOne));
 }
 
@@ -44,7 +43,7 @@ Currency roundedToCurrency(double number) {
   const double down = std::floor(scaled);
   const double over = scaled - down;
   const bool up = over > 0.5 || (over == 0.5 && lost >= 0);
-  const Wide units = static_cast<Wide>(whole) * Currency::kUnitsPerOne +
+  const WideInteger units = WideInteger{static_cast<std::int64_t>(whole)} * Currency::kUnitsPerOne +
                      static_cast<std::int64_t>(down) + (up ? 1 : 0);
   return fitting(number < 0 ? -units : units);
 }

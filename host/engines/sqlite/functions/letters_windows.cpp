@@ -15,6 +15,7 @@ std::wstring mapped(std::wstring text, DWORD how) {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-suspicious-stringview-data-usage): the sizes go along
 std::wstring wide(std::string_view text) {
   const auto size = static_cast<int>(text.size());
   std::wstring result;
@@ -36,6 +37,7 @@ std::string narrow(std::wstring_view text) {
                         static_cast<int>(result.size()), nullptr, nullptr);
   return result;
 }
+// NOLINTEND(bugprone-suspicious-stringview-data-usage)
 
 std::u32string folded(std::string_view text) {
   // Upper case first: some letters of lower case meet only there.
@@ -45,7 +47,8 @@ std::u32string folded(std::string_view text) {
   for (std::size_t i = 0; i < letters.size(); ++i) {
     const char32_t unit = letters[i];
     if (IS_HIGH_SURROGATE(unit) && i + 1 < letters.size()) {
-      characters += 0x10000U + ((unit - 0xD800U) << 10U) + (letters[++i] - 0xDC00U);
+      characters += static_cast<char32_t>(0x10000U + ((unit - 0xD800U) << 10U) +
+                                          (letters[++i] - 0xDC00U));
     } else {
       characters += unit;
     }

@@ -11,22 +11,21 @@
 #include "platform/values/currency.h"
 #include "platform/values/date.h"
 #include "platform/values/value.h"
+#include "platform/values/wide_integer.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
 using QuorDataLib::Currency;
 using QuorDataLib::Value;
+using QuorDataLib::WideInteger;
 
 /// How the rounding functions round; the numbers are written into statements.
 enum class Mode : std::uint8_t { HalfToEven, HalfAway, Down, Up, TowardsZero };
 
 Mode modeOf(std::int64_t number) { return static_cast<Mode>(number); }
 
-// The compiler's 128-bit integer is no type of the standard.
-__extension__ using Wide = __int128;
-
-std::int64_t narrow(Wide value) {
+std::int64_t narrow(WideInteger value) {
   if (value > std::numeric_limits<std::int64_t>::max() ||
       value < std::numeric_limits<std::int64_t>::min()) {
     overflow();
@@ -39,12 +38,12 @@ void requireDivisor(bool isZero) {
 }
 
 /// The quotient rounded to a whole number; the divisor is positive.
-Wide divideRounded(Wide dividend, Wide divisor, Mode mode) {
-  const Wide quotient = dividend / divisor;
-  const Wide rest = dividend % divisor;
+WideInteger divideRounded(WideInteger dividend, WideInteger divisor, Mode mode) {
+  const WideInteger quotient = dividend / divisor;
+  const WideInteger rest = dividend % divisor;
   if (rest == 0) return quotient;
-  const Wide away = dividend < 0 ? -1 : 1;
-  const Wide twice = (rest < 0 ? -rest : rest) * 2;
+  const WideInteger away = dividend < 0 ? -1 : 1;
+  const WideInteger twice = (rest < 0 ? -rest : rest) * 2;
   switch (mode) {
     case Mode::HalfToEven:
       return quotient + (twice > divisor || (twice == divisor && quotient % 2 != 0) ? away : 0);
@@ -103,7 +102,7 @@ void multiply(const Call& call) {
 void ratio(const Call& call) {
   const std::int64_t divisor = call.whole(1);
   requireDivisor(divisor == 0);
-  call.returnWhole(narrow(Wide{call.whole(0)} * Currency::kUnitsPerOne / divisor));
+  call.returnWhole(narrow(WideInteger{call.whole(0)} * Currency::kUnitsPerOne / divisor));
 }
 
 /// Floating division, of doubles or of two amounts of money.
@@ -116,13 +115,13 @@ void divide(const Call& call) {
 void quotient(const Call& call) {
   const std::int64_t divisor = call.whole(1);
   requireDivisor(divisor == 0);
-  call.returnWhole(narrow(Wide{call.whole(0)} / divisor));
+  call.returnWhole(narrow(WideInteger{call.whole(0)} / divisor));
 }
 
 void modulo(const Call& call) {
   const std::int64_t divisor = call.whole(1);
   requireDivisor(divisor == 0);
-  call.returnWhole(narrow(Wide{call.whole(0)} % divisor));
+  call.returnWhole(narrow(WideInteger{call.whole(0)} % divisor));
 }
 
 /// Sum by count, halves to even.

@@ -1,0 +1,11 @@
+# Clang on the cross compiler's headers, to read sources with: it links nothing.
+set(QUORACC_WINDOWS_MACHINE x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/toolchain.cmake)
+foreach(language C CXX)
+  set(CMAKE_${language}_COMPILER_TARGET x86_64-w64-windows-gnu)
+endforeach()
+set(CMAKE_C_COMPILER clang-19)
+set(CMAKE_CXX_COMPILER clang++-19)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+file(GLOB headers /usr/lib/gcc/${prefix}/*-posix/include/c++)
+include_directories(SYSTEM ${headers} ${headers}/${prefix})

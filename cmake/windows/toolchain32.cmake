@@ -1,0 +1,2 @@
+set(QUORACC_WINDOWS_MACHINE i686)
+include(${CMAKE_CURRENT_LIST_DIR}/toolchain.cmake)

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/values/two_words.h"
+
+namespace QuorDataLib {
+
+/// A whole number of 128 bits with a sign, in which sums and products of amounts are exact.
+#ifdef __SIZEOF_INT128__
+__extension__ typedef __int128 WideInteger;  // NOLINT(modernize-use-using): no extension in an alias
+#else
+using WideInteger = TwoWords;
+#endif
+
+}  // namespace QuorDataLib
