@@ -13,6 +13,7 @@
 #include "cli/print/amount_text.h"
 #include "cli/print/progress.h"
 #include "cli/words/options.h"
+#include "host/engines/paths.h"
 #include "host/engines/store.h"
 
 namespace QuorCli {
@@ -61,7 +62,7 @@ int importRows(const CompanyOptions& options, Console& console) {
   const bool fromInput = options.csv == "-";
   std::ifstream file;
   if (!fromInput) {
-    file.open(std::filesystem::path(options.csv), std::ios::binary);
+    file.open(QuorHost::pathOf(options.csv), std::ios::binary);
     if (!file) throw Failure("the CSV file " + options.csv + " cannot be read");
   }
   const auto store = QuorHost::openCompany(options.file, Access::Write);

@@ -5,6 +5,7 @@
 
 #include "host/company/company.h"
 #include "host/engines/file_access.h"
+#include "host/engines/paths.h"
 
 namespace QuorCli {
 
@@ -50,12 +51,12 @@ std::ostream* Session::openTrace(const RunOptions& options, Console& console) {
   if (options.trace == "-") return &console.err;
   std::error_code missing;  // one of the two files does not exist: they are not the same
   if (!options.company.empty() &&
-      std::filesystem::equivalent(options.trace, options.company, missing)) {
+      std::filesystem::equivalent(QuorHost::pathOf(options.trace),
+                                  QuorHost::pathOf(options.company), missing)) {
     throw UsageError("--trace would overwrite the company file " + options.company);
   }
   traceName_ = options.trace;
-  traceFile_.open(std::filesystem::path(traceName_),
-                  std::ios::out | std::ios::trunc | std::ios::binary);
+  traceFile_.open(QuorHost::pathOf(traceName_), std::ios::out | std::ios::trunc | std::ios::binary);
   if (!traceFile_) throw Failure("the trace file " + traceName_ + " cannot be written");
   return &traceFile_;
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "cli/terminal.h"
+#include "host/engines/paths.h"
 
 namespace QuorCli {
 
@@ -27,7 +28,7 @@ std::vector<std::string> argumentsOf(int /*count*/, char** /*arguments*/) {
   int count = 0;
   wchar_t** const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(std::filesystem::path(words[i]).string());
+  for (int i = 1; i < count; ++i) arguments.push_back(QuorHost::textOf(words[i]));
   ::LocalFree(static_cast<void*>(words));
   return arguments;
 }

@@ -89,7 +89,7 @@ class Arguments {
   Arguments(const Member& called, std::span<const Value> values)
       : called_(called), held_(values.size()), passed_(values.size()) {
     for (std::size_t i = 0; i < values.size(); ++i) {
-      writeVariant(*held_[i].get(), values[i], called.arguments[i].type);
+      writeVariant(*held_[i], values[i], called.arguments[i].type);
       VARIANT& variant = passed_[values.size() - 1 - i];
       if (called.arguments[i].byReference) {
         variant.vt = VT_BYREF | VT_VARIANT;

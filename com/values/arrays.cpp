@@ -74,7 +74,7 @@ SAFEARRAY* newArray(const std::vector<Value>& values) {
   try {
     for (LONG place = 0; std::cmp_less(place, values.size()); ++place) {
       Variant element;
-      writeVariant(*element.get(), values[static_cast<std::size_t>(place)], kAny);
+      writeVariant(*element, values[static_cast<std::size_t>(place)], kAny);
       check(::SafeArrayPutElement(array, &place, element.get()));
     }
   } catch (...) {

@@ -9,7 +9,6 @@
 namespace QuorCom {
 
 using QuorDataLib::Error;
-using QuorDataLib::ErrorNumber;
 
 namespace {
 

@@ -15,6 +15,7 @@ bool isAscii(std::string_view text) {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-suspicious-stringview-data-usage): the sizes go along
 std::string narrow(std::wstring_view text) {
   std::string result;
   if (text.empty()) return result;
@@ -50,5 +51,6 @@ BSTR newBstr(std::string_view text) {
   }
   return result;
 }
+// NOLINTEND(bugprone-suspicious-stringview-data-usage)
 
 }  // namespace QuorCom

@@ -226,7 +226,7 @@ void writeVariant(VARIANT& variant, const Value& value, const TypeInfo& type) {
 void writeBack(const VARIANT& reference, const Value& value, const TypeInfo& type) {
   if ((reference.vt & VT_BYREF) == 0) return;
   Variant written;
-  writeVariant(*written.get(), value, type);
+  writeVariant(*written, value, type);
   if (reference.vt == (VT_BYREF | VT_VARIANT)) {
     check(::VariantCopy(reference.pvarVal, written.get()));
     return;

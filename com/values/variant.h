@@ -22,6 +22,7 @@ class Variant {
   Variant(const Variant&) = delete;
   Variant& operator=(const Variant&) = delete;
   [[nodiscard]] VARIANT* get() noexcept { return &variant_; }
+  [[nodiscard]] VARIANT& operator*() noexcept { return variant_; }
   [[nodiscard]] const VARIANT& operator*() const noexcept { return variant_; }
   VARIANT* operator->() noexcept { return &variant_; }
 

@@ -3,6 +3,7 @@
 
 #include "host/company/company.h"
 #include "host/company/place/new_file.h"
+#include "host/engines/paths.h"
 #include "platform/error.h"
 
 namespace QuorHost {
@@ -11,7 +12,7 @@ void backupCompany(const std::string& path, const std::string& copy, bool force,
                    const Progress& progress) {
   const std::shared_ptr<Store> store = openCompanyFile(path, Access::Read);
   std::error_code missing;
-  if (std::filesystem::equivalent(path, copy, missing)) {
+  if (std::filesystem::equivalent(pathOf(path), pathOf(copy), missing)) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "'" + copy + "' is the company itself: name another file for its copy");
   }

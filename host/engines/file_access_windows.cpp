@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "host/engines/file_access.h"
+#include "host/engines/paths.h"
 
 namespace QuorHost {
 namespace {
@@ -13,8 +14,8 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 /// Whether a file can be opened so. Locks belong to handles, so that closing drops no other's.
 bool opens(const std::string& path, DWORD access, DWORD how) noexcept {
   try {
-    const HANDLE file = ::CreateFileW(std::filesystem::path(path).c_str(), access, kShareAll,
-                                      nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = ::CreateFileW(pathOf(path).c_str(), access, kShareAll, nullptr, how,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file != INVALID_HANDLE_VALUE) ::CloseHandle(file);
     return file != INVALID_HANDLE_VALUE;
   } catch (...) {  // a name that is no text

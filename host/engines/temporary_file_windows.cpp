@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/engines/file_access.h"
+#include "host/engines/paths.h"
 #include "host/engines/temporary_file.h"
 #include "platform/error.h"
 
@@ -21,7 +22,7 @@ bool removed(const std::string& path) {
   std::error_code error;
   bool gone = true;
   for (const char* const suffix : {"", "-journal", "-wal", "-shm"}) {
-    fs::remove(path + suffix, error);
+    fs::remove(pathOf(path + suffix), error);
     gone = gone && !error;
   }
   return gone;
@@ -66,13 +67,13 @@ TemporaryFile::TemporaryFile() {
   leftovers();  // is destroyed after whatever holds this file
   constexpr int kAttempts = 10;
   for (int i = 0; i < kAttempts; ++i) {
-    path_ = (fs::temp_directory_path() / anyName()).string();
+    path_ = textOf(fs::temp_directory_path() / anyName());
     if (makeOwnFile(path_)) return;
   }
   constexpr std::int32_t kPathFileAccess = 75;
   throw QuorDataLib::Error(kPathFileAccess, "QuorDataLib",
                            "No file can be made in the folder for temporary files '" +
-                               fs::temp_directory_path().string() + "'");
+                               textOf(fs::temp_directory_path()) + "'");
 }
 
 TemporaryFile::~TemporaryFile() { leftovers().add(path_); }

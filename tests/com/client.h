@@ -8,6 +8,7 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+#include <bit>
 #include <string>
 #include <vector>
 
@@ -54,8 +55,7 @@ class Dll {
  private:
   template <class F>
   [[nodiscard]] std::add_pointer_t<F> entry(const char* name) const {
-    return reinterpret_cast<std::add_pointer_t<F>>(
-        reinterpret_cast<void*>(::GetProcAddress(module_, name)));
+    return std::bit_cast<std::add_pointer_t<F>>(::GetProcAddress(module_, name));
   }
 
   HMODULE module_;

@@ -94,7 +94,7 @@ TEST_F(Client, WrongCallsHaveTheStandardResults) {
   EXPECT_EQ(resultOf("CCustomerQueries", L"OpenCustOpenCredits", {number(1), number(2)}),
             DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(resultOf("CCustomerQueries", L"OpenCustOpenCredits", {omitted()}), S_OK);
-  Bstr text("no number");
+  const Bstr text("no number");
   VARIANT wrong{};
   wrong.vt = VT_BSTR;
   wrong.bstrVal = text.get();
@@ -157,7 +157,7 @@ TEST_F(Client, ReferencesAreWrittenInTheirOwnTypes) {
 TEST_F(Client, ObjectsAreTheSameOnBothSides) {
   const auto connection = served(platform_.connection("own"));
   const auto root = dll_.create("CQueries");
-  DISPID assigned = DISPID_PROPERTYPUT;
+  const DISPID assigned = DISPID_PROPERTYPUT;
   invoke(called_, *root.get(), L"CustomConnection", DISPATCH_PROPERTYPUTREF,
          {object(connection.get())}, {assigned});
   ASSERT_EQ(called_.result, S_OK);
@@ -187,7 +187,7 @@ TEST_F(Client, ErrorsOfTheServiceArriveWhole) {
 
 TEST_F(Client, TheClassOfTheApplicationHasToBeThere) {
   assignApplication(*host_.get(), nullptr);
-  Bstr name("No.SuchClass");
+  const Bstr name("No.SuchClass");
   VARIANT text{};
   text.vt = VT_BSTR;
   text.bstrVal = name.get();
@@ -199,7 +199,7 @@ TEST_F(Client, TheClassOfTheApplicationHasToBeThere) {
   const Error error = called_.error();
   EXPECT_EQ(error.number(), 429);
   EXPECT_NE(error.description().find("No.SuchClass"), std::string::npos);
-  Bstr none("");
+  const Bstr none("");
   text.bstrVal = none.get();
   invoke(called_, *host_.get(), L"ApplicationClass", DISPATCH_PROPERTYPUT, {text},
          {DISPID_PROPERTYPUT});

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs a program by Wine in a registry of its own: run.sh PREFIX PROGRAM [ARGUMENT]...
 set -euo pipefail
-export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+export LC_ALL=C.UTF-8 WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 shift
 [[ -e $WINEPREFIX/system.reg ]] || wine wineboot --init >/dev/null 2>&1
 # What Wine says of a missing 32-bit side is no output of the program.

@@ -4,6 +4,7 @@
 set -euo pipefail
 run=("$1" "$2")
 scripts=$3
+company='Société ü.db'
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp QuorAccQueries.dll QuorDataLib.dll "$scripts/story.vbs" "$work"
@@ -16,20 +17,20 @@ fail() {
 }
 rows() { awk -F, '{ printf "%d %s %.4f\n", $1, $2, $3 }' | sort; }
 
-quoracc company create company.db --sample >/dev/null
+quoracc company create "$company" --sample >/dev/null
 for engine in 0 1; do
   dialect=server
   ((engine == 0)) || dialect=desktop
-  "${run[@]}" cscript //nologo story.vbs company.db "$engine" register | tr -d '\r' >said
+  "${run[@]}" cscript //nologo story.vbs "$company" "$engine" register | tr -d '\r' >said
   quoracc call CCustomerQueries.OpenCustAgingTransactions AllTransactions=true AsOfDate=2025-06-30 \
-    --company company.db --engine "$dialect" --format jsonl >printed
+    --company "$company" --engine "$dialect" --format jsonl >printed
   sed -nE 's/^.*"InvoiDate":"([^"]*)".*"InInvoiId":([0-9]+).*"Balance":"([^"]*)".*$/\2,\1,\3/p' \
     printed | rows >wanted
   sed -n 's/^aging,//p' said | rows >met
   [[ -s wanted ]] || fail "the command line has printed no rows"
   diff wanted met >/dev/null || fail "the script has read other rows than the command line prints"
   cost=$(quoracc call CInventoryHelper.GetAvgCostRange ItemID=1 AtDate=2025-06-30 \
-    --company company.db --engine "$dialect" --format json | sed -E 's/.*"value":"([^"]*)".*/\1/')
+    --company "$company" --engine "$dialect" --format json | sed -E 's/.*"value":"([^"]*)".*/\1/')
   while read -r line; do
     grep -qxF "$line" said || fail "not said in engine type $engine: $line; but $(grep -v ^aging, said)"
   done <<SAID

@@ -70,7 +70,7 @@ class FakeErrorService : public ErrorService {
     // Asking for this service was part of the report.
     script_->log.resize(script_->log.size() - 2);
     script_->reports.push_back({number, description, component, className, method, line});
-    if (script_->serviceRaises) throw Error(*script_->serviceRaises);
+    if (const std::optional<Error>& raised = script_->serviceRaises) throw Error(*raised);
     return script_->answer;
   }
   void RetryEnded(const std::string&, const std::string&, std::int32_t) override {

@@ -134,6 +134,7 @@ inline const std::set<std::string> kGivesAValue{"Field", "FieldName", "GetParame
 
 inline std::vector<std::string> names(const std::vector<fake::Call>& log) {
   std::vector<std::string> all;
+  all.reserve(log.size());
   for (const fake::Call& each : log) all.push_back(each.name);
   return all;
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "host/engines/paths.h"
 #include "host/engines/temporary_file.h"
 #include "platform/error.h"
 
@@ -22,8 +23,7 @@ Spool::Spool(std::istream& input) {
   while (input.read(chunk.data(), static_cast<std::streamsize>(chunk.size())), input.gcount() > 0) {
     if (output == &memory_ && memory_.tellp() > kLargestInMemory) {
       const TemporaryFile named;
-      file_.open(std::filesystem::path(named.path()),
-                 std::ios::in | std::ios::out | std::ios::binary);
+      file_.open(pathOf(named.path()), std::ios::in | std::ios::out | std::ios::binary);
       file_ << memory_.rdbuf();
       memory_.str({});
       output = &file_;

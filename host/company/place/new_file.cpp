@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "host/engines/paths.h"
 #include "host/engines/store.h"
 #include "platform/error.h"
 
@@ -13,14 +14,15 @@ namespace fs = std::filesystem;
 using QuorDataLib::ErrorNumber;
 
 [[noreturn]] void refuse(const fs::path& target, const std::string& what) {
-  QuorDataLib::raise(ErrorNumber::InvalidArgument, "'" + target.string() + "' " + what);
+  QuorDataLib::raise(ErrorNumber::InvalidArgument, "'" + textOf(target) + "' " + what);
 }
 
-/// The file that `target` names, through links if it is one.
-fs::path resolved(const std::string& target) {
-  if (target.empty()) {
+/// The file that `name` means, through links if it is one.
+fs::path resolved(const std::string& name) {
+  if (name.empty()) {
     QuorDataLib::raise(ErrorNumber::InvalidArgument, "Name a file: the name given is empty");
   }
+  const fs::path target = pathOf(name);
   std::error_code error;
   if (!fs::is_symlink(fs::symlink_status(target, error))) return fs::absolute(target);
   const fs::path file = fs::canonical(target, error);
@@ -31,7 +33,7 @@ fs::path resolved(const std::string& target) {
 
 [[noreturn]] void refuseTaken(const fs::path& target) {
   QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                     "The file '" + target.string() +
+                     "The file '" + textOf(target) +
                          "' exists already: choose another name, or have it replaced (--force)");
 }
 
@@ -48,7 +50,7 @@ fs::path placeOf(const std::string& target, bool replace) {
   const fs::path folder = path.parent_path();
   if (!fs::is_directory(folder, error)) {
     QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                       "There is no folder '" + folder.string() + "': make it first");
+                       "There is no folder '" + textOf(folder) + "': make it first");
   }
   return path;
 }
@@ -73,7 +75,7 @@ bool NewFile::replaceTarget() {
   for (;;) {
     const FileIdentity before(target_);
     if (!before.exists()) return false;
-    std::unique_ptr<SoleUse> use = takeAlone(target_.string());
+    std::unique_ptr<SoleUse> use = takeAlone(textOf(target_));
     // Somebody else may have replaced it while this waited for it: then it is that one's turn.
     if (FileIdentity(target_) != before) continue;
     if (!use) requireNoStrangeLog(target_);
@@ -90,7 +92,7 @@ bool NewFile::replaceTarget() {
 void NewFile::putInPlace() {
   file_.sync();
   for (;;) {
-    static_cast<void>(placeOf(target_.string(), replace_));
+    static_cast<void>(placeOf(textOf(target_), replace_));
     if (replace_ && replaceTarget()) return;
     requireNoStrangeLog(target_);
     if (file_.link(target_)) return;

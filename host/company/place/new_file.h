@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/company/place/private_file.h"
+#include "host/engines/paths.h"
 
 namespace QuorHost {
 
@@ -18,7 +19,7 @@ class NewFile {
   NewFile(const std::string& target, bool replace);
 
   /// Where the file is made.
-  [[nodiscard]] std::string path() const { return file_.path().string(); }
+  [[nodiscard]] std::string path() const { return textOf(file_.path()); }
 
   /// Forces the file onto the disk and gives it the target's name. One that is replaced leaves it
   /// mode and owner, and has to be in nobody else's use: its log is put back into it first. Raises

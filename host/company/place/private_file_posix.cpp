@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "host/company/place/private_file.h"
+#include "host/engines/paths.h"
 #include "host/engines/store.h"
 #include "platform/error.h"
 
@@ -30,13 +31,13 @@ constexpr std::string_view kHex = "0123456789abcdef";
 
 [[noreturn]] void raiseFailed(const std::string& what, const fs::path& file, int code) {
   QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                     what + " '" + file.string() + "': " + std::generic_category().message(code));
+                     what + " '" + textOf(file) + "': " + std::generic_category().message(code));
 }
 
 /// The beginning that the names of a target's unfinished files share.
 std::string startOfName(const fs::path& target) {
   constexpr std::size_t kLongest = 200;  // names end at 255 bytes
-  return target.filename().string().substr(0, kLongest).append(kUnfinished);
+  return textOf(target.filename()).substr(0, kLongest).append(kUnfinished);
 }
 
 std::string digits() {
@@ -83,7 +84,7 @@ void removeAbandoned(const fs::path& target) {
   const std::string start = startOfName(target);
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator(target.parent_path(), error)) {
-    if (isNameOf(entry.path().filename().string(), start)) removeIfAbandoned(entry.path());
+    if (isNameOf(textOf(entry.path().filename()), start)) removeIfAbandoned(entry.path());
   }
 }
 

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "host/company/place/private_file.h"
+#include "host/engines/paths.h"
 #include "host/engines/store.h"
 #include "platform/error.h"
 
@@ -23,10 +24,20 @@ constexpr std::string_view kUnfinished = ".unfinished-";
 constexpr std::size_t kDigits = 32;
 constexpr std::string_view kHex = "0123456789abcdef";
 
+/// What the system says of an error, in UTF-8 (the standard library gives its own encoding).
+std::string systemMessage(DWORD code) {
+  constexpr DWORD kLongest = 512;
+  std::wstring text(kLongest, L'\0');
+  text.resize(::FormatMessageW(
+      FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+      nullptr, code, 0, text.data(), kLongest, nullptr));
+  return textOf(text);
+}
+
 [[noreturn]] void raiseFailed(const std::string& what, const fs::path& file) {
-  const auto code = static_cast<int>(::GetLastError());
+  const DWORD code = ::GetLastError();
   QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                     what + " '" + file.string() + "': " + std::system_category().message(code));
+                     what + " '" + textOf(file) + "': " + systemMessage(code));
 }
 
 OpenFile open(const fs::path& path, DWORD access, DWORD share, DWORD how) noexcept {
@@ -40,7 +51,7 @@ void close(OpenFile file) noexcept {
 }
 
 std::string startOfName(const fs::path& target) {
-  return target.filename().string().append(kUnfinished);
+  return textOf(target.filename()).append(kUnfinished);
 }
 
 std::string digits() {
@@ -73,7 +84,7 @@ void removeAbandoned(const fs::path& target) {
   const std::string start = startOfName(target);
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator(target.parent_path(), error)) {
-    const std::string name = entry.path().filename().string();
+    const std::string name = textOf(entry.path().filename());
     if (name.size() != start.size() + kDigits || !name.starts_with(start)) continue;
     const OpenFile alone = open(entry.path(), GENERIC_READ, 0, OPEN_EXISTING);
     const bool begun = alone != kNoFile && isBegun(alone);

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/engines/paths.h"
 #include "host/engines/sqlite/connection.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/file/change_watch.h"
@@ -219,7 +220,7 @@ std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability dur
   } catch (...) {
     database.reset();
     std::error_code error;
-    std::filesystem::remove(path, error);
+    std::filesystem::remove(pathOf(path), error);
     throw;
   }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/engines/file_access.h"
+#include "host/engines/paths.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/file/raw_handle.h"
 #include "host/engines/sqlite/functions/collation.h"
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 /// Sees that there is a file at `path` that can be read.
 void checkFile(const std::string& path) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  const fs::file_status status = fs::status(pathOf(path), error);
   if (status.type() == fs::file_type::not_found) {
     refuseFile(path, "does not exist: check the path, or create the company first");
   }
@@ -38,11 +39,11 @@ void checkFile(const std::string& path) {
 void makePrivateFile(const std::string& path) {
   if (makeOwnFile(path)) return;
   std::error_code error;
-  const fs::file_status status = fs::symlink_status(path, error);
+  const fs::file_status status = fs::symlink_status(pathOf(path), error);
   if (!fs::exists(status)) {
     refuseFile(path, "cannot be created: see that its folder exists and that you may write to it");
   }
-  if (!fs::is_regular_file(status) || fs::file_size(path, error) > 0) {
+  if (!fs::is_regular_file(status) || fs::file_size(pathOf(path), error) > 0) {
     refuseFile(path, "exists already: choose another path, or remove the file first");
   }
 }
@@ -51,7 +52,7 @@ void makePrivateFile(const std::string& path) {
 bool hasUnmergedChanges(const std::string& path) {
   for (const char* suffix : {"-wal", "-journal"}) {
     std::error_code error;
-    const std::uintmax_t size = fs::file_size(path + suffix, error);
+    const std::uintmax_t size = fs::file_size(pathOf(path + suffix), error);
     if (!error && size > 0) return true;
   }
   return false;
@@ -196,7 +197,7 @@ std::shared_ptr<Database> createDatabase(const std::string& path, Durability dur
 void mergeSideFiles(const std::string& path) noexcept {
   try {
     std::error_code error;
-    if (!fs::exists(path + "-wal", error) && !hasUnmergedChanges(path)) return;
+    if (!fs::exists(pathOf(path + "-wal"), error) && !hasUnmergedChanges(path)) return;
     // Whoever may write and is the last to close puts the log back and removes it.
     const Handle handle = openHandle(path, SQLITE_OPEN_READWRITE, Form::Plain, 0);
     static_cast<void>(probe(handle.get()));

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <new>
 
+#include "host/engines/paths.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "platform/error.h"
 
@@ -25,10 +26,10 @@ constexpr const char* kWithoutLocks = "unix-none";
 /// `path` as the engine's URI of an immutable file.
 std::string immutableUri(const std::string& path) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
-  const std::string absolute = fs::absolute(path).generic_string();
-  std::string uri = absolute.starts_with('/') ? "file:" : "file:///";  // or a drive
-  for (const char c : absolute) {
-    const auto byte = static_cast<unsigned char>(c);
+  const std::u8string absolute = fs::absolute(pathOf(path)).generic_u8string();
+  std::string uri = absolute.starts_with(u8'/') ? "file:" : "file:///";  // or a drive
+  for (const char8_t byte : absolute) {
+    const auto c = static_cast<char>(byte);
     if (c == '%' || c == '?' || c == '#') {
       uri.append({'%', kHex[byte >> 4U], kHex[byte & 0xFU]});
     } else {
@@ -42,7 +43,8 @@ std::string immutableUri(const std::string& path) {
 
 Handle openHandle(const std::string& path, int flags, Form form, int busyTimeout) {
   // An absolute path, since the engine gives some names (":memory:") a meaning of their own.
-  const std::string name = form != Form::Plain ? immutableUri(path) : fs::absolute(path).string();
+  const std::string name =
+      form != Form::Plain ? immutableUri(path) : QuorHost::textOf(fs::absolute(pathOf(path)));
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(name.c_str(), &opened,
                                    flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
