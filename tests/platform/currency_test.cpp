@@ -145,7 +145,8 @@ TEST(Currency, DoublesRoundToTheNearestAmount) {
     ASSERT_TRUE(isNearest(Currency::fromDouble(number).units(), WideInteger{mantissa} * 10'000,
                           WideInteger{1} << shift))
         << number;
-    const WideInteger away = (WideInteger{std::abs(mantissa)} * 20'000 + (WideInteger{1} << shift)) >> (shift + 1);
+    const WideInteger away =
+        (WideInteger{std::abs(mantissa)} * 20'000 + (WideInteger{1} << shift)) >> (shift + 1);
     ASSERT_EQ(roundedToCurrency(number).units(), mantissa < 0 ? -away : away) << number;
   }
   EXPECT_EQ(Currency::fromDouble(0.03125), units(312));

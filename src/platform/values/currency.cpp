@@ -40,7 +40,9 @@ bool areDigits(std::string_view text) {
 
 }  // namespace
 
-Currency Currency::fromInteger(std::int64_t whole) { return checked(WideInteger{whole} * kUnitsPerOne); }
+Currency Currency::fromInteger(std::int64_t whole) {
+  return checked(WideInteger{whole} * kUnitsPerOne);
+}
 
 Currency Currency::fromDouble(double number) {
   constexpr double kBeyondRange = 1e15;

@@ -44,7 +44,7 @@ Currency roundedToCurrency(double number) {
   const double over = scaled - down;
   const bool up = over > 0.5 || (over == 0.5 && lost >= 0);
   const WideInteger units = WideInteger{static_cast<std::int64_t>(whole)} * Currency::kUnitsPerOne +
-                     static_cast<std::int64_t>(down) + (up ? 1 : 0);
+                            static_cast<std::int64_t>(down) + (up ? 1 : 0);
   return fitting(number < 0 ? -units : units);
 }
 

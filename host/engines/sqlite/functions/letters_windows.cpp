@@ -47,8 +47,8 @@ std::u32string folded(std::string_view text) {
   for (std::size_t i = 0; i < letters.size(); ++i) {
     const char32_t unit = letters[i];
     if (IS_HIGH_SURROGATE(unit) && i + 1 < letters.size()) {
-      characters += static_cast<char32_t>(0x10000U + ((unit - 0xD800U) << 10U) +
-                                          (letters[++i] - 0xDC00U));
+      characters +=
+          static_cast<char32_t>(0x10000U + ((unit - 0xD800U) << 10U) + (letters[++i] - 0xDC00U));
     } else {
       characters += unit;
     }
