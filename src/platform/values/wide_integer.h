@@ -6,8 +6,8 @@ namespace QuorDataLib {
 
 /// A whole number of 128 bits with a sign, in which sums and products of amounts are exact.
 #ifdef __SIZEOF_INT128__
-__extension__ typedef __int128
-    WideInteger;  // NOLINT(modernize-use-using): no extension in an alias
+// An alias may not stand on an extension.
+__extension__ typedef __int128 WideInteger;  // NOLINT(modernize-use-using)
 #else
 using WideInteger = TwoWords;
 #endif
