@@ -46,7 +46,7 @@ int create(const CompanyOptions& options, Console& console) {
     QuorHost::createCompany(options.file, options.create, progress);
   });
   const auto store = QuorHost::openCompany(options.file, Access::Read);
-  printMade(options.file, QuorHost::describeCompany(*store), console);
+  printMade(QuorHost::shownCompany(options.file), QuorHost::describeCompany(*store), console);
   return kDone;
 }
 
@@ -55,6 +55,15 @@ int backup(const CompanyOptions& options, Console& console) {
     QuorHost::backupCompany(options.file, options.copy, options.create.force, progress);
   });
   console.out << options.file << " copied to " << options.copy << '\n';
+  return kDone;
+}
+
+int copy(const CompanyOptions& options, Console& console) {
+  withProgress(console, [&](const QuorHost::Progress& progress) {
+    QuorHost::copyCompany(options.file, options.copy, options.create.force, progress);
+  });
+  const auto store = QuorHost::openCompany(options.copy, Access::Read);
+  printMade(QuorHost::shownCompany(options.copy), QuorHost::describeCompany(*store), console);
   return kDone;
 }
 
@@ -81,7 +90,7 @@ int exportRows(const CompanyOptions& options, Console& console) {
 
 int info(const CompanyOptions& options, Console& console) {
   const auto store = QuorHost::openCompany(options.file, Access::Read);
-  printInfo(options.file, QuorHost::describeCompany(*store), console);
+  printInfo(QuorHost::shownCompany(options.file), QuorHost::describeCompany(*store), console);
   return kDone;
 }
 
@@ -89,11 +98,12 @@ int check(const CompanyOptions& options, Console& console) {
   const std::int64_t findings = QuorHost::checkCompany(
       options.file, [&](const std::string& finding) { console.out << finding << '\n'; });
   if (findings == 0) {
-    console.out << options.file << ": the file is sound and the books are in balance\n";
+    console.out << QuorHost::shownCompany(options.file)
+                << ": the file is sound and the books are in balance\n";
     return kDone;
   }
   console.out.flush();
-  console.err << "quoracc: " << options.file << ": " << grouped(findings)
+  console.err << "quoracc: " << QuorHost::shownCompany(options.file) << ": " << grouped(findings)
               << (findings == 1 ? " finding" : " findings") << '\n';
   return kFailed;
 }
@@ -109,7 +119,11 @@ void addCompany(CLI::App& program, Action& action) {
   const auto add = [&](const std::string& name, const std::string& help,
                        int (*work)(const CompanyOptions&, Console&)) {
     CLI::App* const command = company.add_subcommand(name, help);
-    command->add_option("FILE", options->file, "The company file")->option_text(" ")->required();
+    command
+        ->add_option("FILE", options->file,
+                     "The company file, or a connection (postgresql://user@host/db?schema=NAME)")
+        ->option_text(" ")
+        ->required();
     command->callback([&action, options, work] {
       action = [options, work](Console& console) { return work(*options, console); };
     });
@@ -134,13 +148,19 @@ void addCompany(CLI::App& program, Action& action) {
                               {"custom", QuorHost::Chart::Own}},
                              "Kind of the sample's chart of accounts [fixed]");
   const auto addForce = [&](CLI::App* command) {
-    command->add_flag("--force", options->create.force, "Replace an existing file");
+    command->add_flag("--force", options->create.force, "Replace what is there");
   };
   addForce(creating);
 
   CLI::App* const backing = add("backup", "Copy a company, also while it is in use", backup);
   backing->add_option("TO", options->copy, "The file to copy it to")->option_text(" ")->required();
   addForce(backing);
+
+  CLI::App* const copying = add("copy", "Copy a company between files and servers", copy);
+  copying->add_option("TO", options->copy, "The file or the connection to copy it to")
+      ->option_text(" ")
+      ->required();
+  addForce(copying);
 
   CLI::App* const importing = add("import", "Load a CSV file into a table", importRows);
   importing->add_option("TABLE", options->table, "The table")->option_text(" ")->required();

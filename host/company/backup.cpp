@@ -10,6 +10,11 @@ namespace QuorHost {
 
 void backupCompany(const std::string& path, const std::string& copy, bool force,
                    const Progress& progress) {
+  if (isServer(path) || isServer(copy)) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "A backup is made of a company file. A company on a server is copied with "
+                       "quoracc company copy, or backed up with the server's own tools");
+  }
   const std::shared_ptr<Store> store = openCompanyFile(path, Access::Read);
   std::error_code missing;
   if (std::filesystem::equivalent(pathOf(path), pathOf(copy), missing)) {

@@ -51,7 +51,15 @@ void createCompany(const std::string& path, const CreateOptions& options,
 void backupCompany(const std::string& path, const std::string& copy, bool force,
                    const Progress& progress = {});
 
-/// Opens a company file as `openCompanyFile` does. One of an older schema is brought up to this
+/// Copies the company that `from` names, a file or a connection to a server, to `to`, which may be
+/// either, too: its tables, views and indexes with all rows, as they are at one moment. What is at
+/// `to` appears complete or not at all; what was there is replaced only with `force`, a file as
+/// `createCompany` replaces one, on a server nothing but another company. Others may use the
+/// company meanwhile.
+void copyCompany(const std::string& from, const std::string& to, bool force,
+                 const Progress& progress = {});
+
+/// Opens a company as `openCompanyFile` does. One of an older schema is brought up to this
 /// one: for writing in the file itself, in one transaction; for reading in a copy in the folder for
 /// temporary files, which takes its time and room at every opening. Raises what stands in the way
 /// of that, and then leaves the file as it is.

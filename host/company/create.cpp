@@ -29,6 +29,10 @@ void createCompany(const std::string& path, const CreateOptions& options,
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "The scale must be from 1 to " + std::to_string(kLargestScale));
   }
+  if (isServer(path)) {
+    fill(*createCompanyFile(path, Durability::Full, options.force), options, progress);
+    return;
+  }
   NewFile file(path, options.force);
   fill(*createCompanyFile(file.path(), Durability::Bulk), options, progress);
   file.putInPlace();

@@ -56,6 +56,8 @@ void forEachDefinition(
   }
 }
 
+bool holdsRows(std::string_view statement) { return madeBy(statement).holdsRows; }
+
 void defineRelations(Store& store) {
   for (const std::string& statement : statements(false)) store.define(statement);
 }

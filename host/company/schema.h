@@ -18,6 +18,10 @@ const std::vector<std::string_view>& schemaTexts();
 void forEachDefinition(
     const std::function<void(std::string_view name, const std::string& statement)>& visit);
 
+/// Whether the `CREATE` statement makes something out of the rows of a table: an index, or totals
+/// that are kept.
+[[nodiscard]] bool holdsRows(std::string_view statement);
+
 /// Defines the tables and views in an empty database, without those whose rows are kept.
 void defineRelations(Store& store);
 

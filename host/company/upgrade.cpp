@@ -157,7 +157,7 @@ std::shared_ptr<Store> openCompany(const std::string& path, Access access) {
     return store;
   } catch (const Error& error) {
     throw Error(error.number(), error.source(),
-                "The company file has an older schema (" + std::to_string(version) + ", here " +
+                "The company has an older schema (" + std::to_string(version) + ", here " +
                     std::to_string(kNewestSchemaVersion) +
                     ") and must be brought up to date: " + error.description());
   }

@@ -22,7 +22,8 @@ class RowWriter {
   /// Adds a row: one value for each column the writer was made for, converted to the column's type;
   /// Null and Empty are stored as null. Raises the conversion's error, naming the column, or a
   /// refused statement with the engine's reason (a duplicate key, a missing value, a text too
-  /// long).
+  /// long). A server tells what is wrong only beside other rows (a duplicate key, a reference)
+  /// when it has them: with a later row, with the next statement or at the commit.
   virtual void add(std::span<const QuorDataLib::Value> values) = 0;
 };
 
@@ -83,6 +84,9 @@ class Store : public std::enable_shared_from_this<Store> {
 
   /// The company's tables and views, in their order of creation.
   [[nodiscard]] virtual const Sql::Catalogue& catalogue() const = 0;
+
+  /// The `CREATE` statements that made them and their indexes, in their order.
+  [[nodiscard]] virtual std::vector<std::string> definitions() const = 0;
 
   /// True when the company may be changed.
   [[nodiscard]] virtual bool writable() const = 0;
@@ -148,10 +152,20 @@ enum class Durability : std::uint8_t {
 /// without a version (0) opens, too: it holds whatever `define` made in it.
 inline constexpr int kNewestSchemaVersion = 7;
 
-/// Opens the company file at `path`. One whose texts are in the order of another system is sorted
+/// Raised when the connection to a server ends while it is used.
+inline constexpr std::int32_t kConnectionLost = static_cast<std::int32_t>(0x80040E15);
+
+/// Whether `company` is a connection to a server (`postgresql://user@host/database?schema=NAME`)
+/// and not the path of a file.
+[[nodiscard]] bool isServer(std::string_view company) noexcept;
+
+/// `company` as it may be shown: a connection without its password.
+[[nodiscard]] std::string shownCompany(const std::string& company);
+
+/// Opens the company file at `path`, or the company that a connection leads to. A file whose texts are in the order of another system is sorted
 /// anew, in place for writing and in a copy for reading. Raises 75 with a message that says what to
-/// do for a missing, unreadable, truncated, locked or foreign file, and for one of a newer schema
-/// version.
+/// do for a missing, unreadable, truncated, locked or foreign file, for one of a newer schema
+/// version, and for a server, a database, a role or a schema that is not there.
 [[nodiscard]] std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access);
 
 /// Opens for reading a private copy of the company file at `path` to which `change` has been done;
@@ -187,8 +201,10 @@ inline constexpr std::size_t kCompanyHeaderSize = 100;
 /// Makes an empty database at `path`, where nothing or an empty file may be: raises 75 otherwise,
 /// or when the file cannot be made. Only its owner may read and write it. The file of a bulk store
 /// is whole and on the disk after a commit, and when the store has been closed; before that, only
-/// this store can use it.
+/// this store can use it. Where `path` is a connection, the company comes to be with the store's
+/// first transaction, in a schema that is not there or empty, or with `replace` in place of the
+/// company that is; a file is never replaced.
 [[nodiscard]] std::shared_ptr<Store> createCompanyFile(const std::string& path,
-                                                       Durability durability);
+                                                       Durability durability, bool replace = false);
 
 }  // namespace QuorHost

@@ -212,6 +212,7 @@ struct IndexColumn {
 struct CreateIndex {
   std::string_view name;
   std::string_view table;
+  const Relation* of = nullptr;  // the table
   bool unique = false;
   std::span<IndexColumn> columns;
   /// Columns that are kept in the index only to be read from it.

@@ -1,33 +1,17 @@
 #include "host/engines/sqlite/engine_error.h"
 
+#include <string>
+
 #include "host/engines/sqlite/functions/functions.h"
-#include "platform/data_library.h"
 #include "platform/error.h"
 #include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
-using QuorDataLib::Error;
 using QuorDataLib::ErrorNumber;
 
-constexpr std::string_view kSource = "QuorDataLib";
-/// The longest description, and the longest parts that it is put together from, in bytes.
-constexpr std::size_t kLongest = 1000;
 constexpr std::size_t kLongestMessage = 600;
-constexpr std::size_t kLongestStatement = 80;
-
-/// The beginning of a statement on one line.
-std::string quoted(std::string_view statement) {
-  std::string text;
-  for (const char c : statement.substr(0, kLongest)) {
-    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
-    if (blank && (text.empty() || text.back() == ' ')) continue;
-    text += blank ? ' ' : c;
-  }
-  if (!text.empty() && text.back() == ' ') text.pop_back();
-  return QuorDataLib::shownText(text, kLongestStatement);
-}
 
 /// What follows the first ": " of the engine's message.
 std::string_view detail(std::string_view message) {
@@ -98,15 +82,6 @@ std::string fileMessage(int code, const std::string& file) {
 }
 
 }  // namespace
-
-void refuseStatement(const std::string& description) {
-  throw Error(QuorDataLib::kStatementRefused, std::string(kSource),
-              QuorDataLib::shownText(description, kLongest));
-}
-
-std::string inStatement(std::string_view statement) {
-  return statement.empty() ? "" : " (in: " + quoted(statement) + ")";
-}
 
 void raiseEngineError(sqlite3* database, int code, std::string_view statement) {
   const std::string message = QuorDataLib::shownText(sqlite3_errmsg(database), kLongestMessage);

@@ -3,16 +3,14 @@
 
 #include <sqlite3.h>
 
-#include <string>
 #include <string_view>
+
+#include "host/engines/rows/refusal.h"
 
 namespace QuorHost::Sqlite {
 
-/// Raises `QuorDataLib::kStatementRefused` with `description`.
-[[noreturn]] void refuseStatement(const std::string& description);
-
-/// The end of a message about `statement`, of which it quotes the beginning; empty for none.
-[[nodiscard]] std::string inStatement(std::string_view statement);
+using Rows::inStatement;
+using Rows::refuseStatement;
 
 /// Raises what `database` has just reported under `code`: 6 for an integer overflow, 7 for
 /// exhausted memory, and a refused statement for everything else, naming the constraint with its

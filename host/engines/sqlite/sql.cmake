@@ -16,18 +16,10 @@ add_library(quoracc_sqlite_sql
   ${CMAKE_CURRENT_LIST_DIR}/functions/like_pattern.cpp
   ${CMAKE_CURRENT_LIST_DIR}/functions/number_functions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/functions/text_functions.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/call_names.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/condition_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/expression_calls.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/expression_form.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/expression_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/filter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/kept_totals_text.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/query_writer.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/raising.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/sql_text.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/write/sql_writer.cpp)
-target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_sql SQLite::SQLite3
+  ${CMAKE_CURRENT_LIST_DIR}/write/sql_writer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/sqlite_form.cpp)
+target_link_libraries(quoracc_sqlite_sql PUBLIC quoracc_written_sql SQLite::SQLite3
                                          PRIVATE ${icu})
 set_target_properties(quoracc_sqlite_sql PROPERTIES UNITY_BUILD OFF)
 quoracc_target(quoracc_sqlite_sql)

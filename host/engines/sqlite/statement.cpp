@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "host/engines/sqlite/engine_error.h"
-#include "host/engines/sqlite/write/sql_text.h"
+#include "host/engines/sqlite/write/sqlite_form.h"
+#include "host/engines/write/sql_text.h"
 
 namespace QuorHost::Sqlite {
 
@@ -65,7 +66,7 @@ void Statement::clear() noexcept {
 }
 
 std::string quotedName(std::string_view name) {
-  SqlText text;
+  Write::SqlText text(sqliteText());
   return text.name(name).take();
 }
 

@@ -8,49 +8,25 @@ namespace QuorHost::Sqlite {
 
 StatementCache::Taken StatementCache::take(std::string_view text, Sql::Dialect dialect,
                                            const Sql::Catalogue& catalogue) {
-  const auto known = byText_.find(Key{text, dialect});
-  if (known != byText_.end()) {
-    entries_.splice(entries_.begin(), entries_, known->second);
-    Taken taken{entries_.front().source, std::move(entries_.front().idle)};
-    if (!taken.statement) {
-      taken.statement = Statement(database_, taken.source->translation.sql, true, text);
-    }
-    return taken;
+  auto& [source, idle] = known_.take(text, dialect, catalogue, SqlWriter());
+  Taken taken{source, std::move(idle)};
+  if (!taken.statement) {
+    taken.statement = Statement(database_, source->translation.sql, true, text);
   }
-
-  auto source = std::make_shared<TranslatedStatement>(TranslatedStatement{
-      std::string(text), dialect, Sql::translate(text, dialect, catalogue, SqlWriter())});
-  Taken taken{source, Statement(database_, source->translation.sql, true, text)};
-  if (entries_.size() == kCapacity) {
-    const TranslatedStatement& oldest = *entries_.back().source;
-    byText_.erase(Key{oldest.text, oldest.dialect});
-    entries_.pop_back();
-  }
-  entries_.push_front(Entry{source, Statement()});
-  byText_.emplace(Key{source->text, dialect}, entries_.begin());
   return taken;
 }
 
 Statement StatementCache::take(const std::shared_ptr<const TranslatedStatement>& source) {
-  const auto known = byText_.find(Key{source->text, source->dialect});
-  if (known != byText_.end() && known->second->source == source && known->second->idle) {
-    return std::move(known->second->idle);
-  }
+  auto* const known = known_.find(source->text, source->dialect);
+  if (known != nullptr && known->source == source && known->kept) return std::move(known->kept);
   return Statement(database_, source->translation.sql, true, source->text);
 }
 
 void StatementCache::giveBack(Taken taken) noexcept {
-  const auto entry = byText_.find(Key{taken.source->text, taken.source->dialect});
-  if (entry == byText_.end() || entry->second->source != taken.source || entry->second->idle) {
-    return;
-  }
+  auto* const known = known_.find(taken.source->text, taken.source->dialect);
+  if (known == nullptr || known->source != taken.source || known->kept) return;
   taken.statement.clear();
-  entry->second->idle = std::move(taken.statement);
-}
-
-void StatementCache::clear() noexcept {
-  byText_.clear();
-  entries_.clear();
+  known->kept = std::move(taken.statement);
 }
 
 }  // namespace QuorHost::Sqlite

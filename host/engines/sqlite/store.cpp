@@ -22,8 +22,7 @@
 #include "host/sql/front_end.h"
 #include "platform/error.h"
 
-namespace QuorHost {
-namespace Sqlite {
+namespace QuorHost::Sqlite {
 namespace {
 
 using Sql::StatementKind;
@@ -45,6 +44,8 @@ void SqliteStore::know(Sql::Catalogue catalogue) {
   catalogue_ = std::move(catalogue);
   database_->keep(keptTotals(catalogue_));
 }
+
+std::vector<std::string> SqliteStore::definitions() const { return storedDefinitions(*database_); }
 
 void SqliteStore::requireWritable() const {
   if (!writable()) {
@@ -171,16 +172,14 @@ void SqliteStore::setSchemaVersion(int version) {
   database_->run("PRAGMA user_version=" + std::to_string(version));
 }
 
-}  // namespace Sqlite
-
-std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
-  std::shared_ptr<Sqlite::Database> database = Sqlite::openDatabase(path, access);
-  Sqlite::requireKnownObjects(*database);
-  if (!Sqlite::hasCurrentTextOrder(*database)) {
+std::shared_ptr<Store> openFile(const std::string& path, Access access) {
+  std::shared_ptr<Database> database = openDatabase(path, access);
+  requireKnownObjects(*database);
+  if (!hasCurrentTextOrder(*database)) {
     try {
       // Whoever only reads leaves the file as it is.
-      if (access == Access::Read) return openChangedCopy(path, {});
-      Sqlite::renewTextOrder(*database);
+      if (access == Access::Read) return openFileCopy(path, {});
+      renewTextOrder(*database);
     } catch (const QuorDataLib::Error& error) {
       Rows::raiseNaming(
           "The texts in the company file are in the order of another system and must be sorted "
@@ -188,35 +187,25 @@ std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
           error);
     }
   }
-  return std::make_shared<Sqlite::SqliteStore>(std::move(database));
+  return std::make_shared<SqliteStore>(std::move(database));
 }
 
-std::shared_ptr<Store> openChangedCopy(const std::string& path,
-                                       const std::function<void(Store&)>& change) {
+std::shared_ptr<Store> openFileCopy(const std::string& path,
+                                    const std::function<void(Store&)>& change) {
   const TemporaryFile file;
-  Sqlite::copyDatabase(Sqlite::openDatabase(path, Access::Read), file.path(), {});
+  copyDatabase(openDatabase(path, Access::Read), file.path(), {});
   {
-    const std::shared_ptr<Store> copy = openCompanyFile(file.path(), Access::Write);
+    const std::shared_ptr<Store> copy = openFile(file.path(), Access::Write);
     if (change) change(*copy);
   }
-  return std::make_shared<Sqlite::SqliteStore>(Sqlite::openPrivateCopy(file.path(), path));
+  return std::make_shared<SqliteStore>(openPrivateCopy(file.path(), path));
 }
 
-std::unique_ptr<SoleUse> takeAlone(const std::string& path) {
-  return Sqlite::takeDatabaseAlone(path);
-}
-
-bool isCompanyHeader(std::string_view header) noexcept { return Sqlite::isCompanyStart(header); }
-
-std::vector<std::string> companyFileFindings(const std::string& path) {
-  return Sqlite::fileFindings(*Sqlite::openDatabase(path, Access::Read));
-}
-
-std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability) {
-  std::shared_ptr<Sqlite::Database> database = Sqlite::createDatabase(path, durability);
+std::shared_ptr<Store> createFile(const std::string& path, Durability durability) {
+  std::shared_ptr<Database> database = createDatabase(path, durability);
   try {
-    Sqlite::createStoredCatalogue(*database);
-    return std::make_shared<Sqlite::SqliteStore>(database);
+    createStoredCatalogue(*database);
+    return std::make_shared<SqliteStore>(database);
   } catch (...) {
     database.reset();
     std::error_code error;
@@ -225,4 +214,4 @@ std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability dur
   }
 }
 
-}  // namespace QuorHost
+}  // namespace QuorHost::Sqlite

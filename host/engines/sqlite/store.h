@@ -20,6 +20,7 @@ class SqliteStore final : public Store {
   explicit SqliteStore(std::shared_ptr<Database> database);
 
   [[nodiscard]] const Sql::Catalogue& catalogue() const override { return catalogue_; }
+  [[nodiscard]] std::vector<std::string> definitions() const override;
   [[nodiscard]] bool writable() const override { return database_->writable(); }
   QuorDataLib::Ref<QuorDataLib::Connection> connect(Sql::Dialect dialect) override;
   void define(std::string_view statement) override;
@@ -52,5 +53,15 @@ class SqliteStore final : public Store {
   Sql::Catalogue catalogue_;
   bool definedInTransaction_ = false;
 };
+
+/// `openCompanyFile` of a file.
+[[nodiscard]] std::shared_ptr<Store> openFile(const std::string& path, Access access);
+
+/// `openChangedCopy` of a file.
+[[nodiscard]] std::shared_ptr<Store> openFileCopy(const std::string& path,
+                                                  const std::function<void(Store&)>& change);
+
+/// `createCompanyFile` of a file.
+[[nodiscard]] std::shared_ptr<Store> createFile(const std::string& path, Durability durability);
 
 }  // namespace QuorHost::Sqlite

@@ -92,6 +92,13 @@ StoredCatalogue readStoredCatalogue(Database& database) {
   return stored;
 }
 
+std::vector<std::string> storedDefinitions(Database& database) {
+  std::vector<std::string> definitions;
+  Statement rows(database.handle(), kRead);
+  while (rows.step()) definitions.emplace_back(cellOf(rows, 0).text);
+  return definitions;
+}
+
 void storeDefinition(Database& database, std::string_view statement,
                      const Sql::Translation& translation) {
   const auto append = [&](std::string_view name, std::string_view kind, std::string_view sql) {

@@ -36,6 +36,9 @@ struct StoredCatalogue {
 /// Reads the definitions. Raises an error that names the file when they cannot be read.
 [[nodiscard]] StoredCatalogue readStoredCatalogue(Database& database);
 
+/// The statements that are kept, in their order.
+[[nodiscard]] std::vector<std::string> storedDefinitions(Database& database);
+
 /// Binds a text to the marker at `index` (from 1) of a statement of the host's own.
 void bindText(const Statement& statement, int index, std::string_view text);
 

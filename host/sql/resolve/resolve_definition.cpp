@@ -178,7 +178,8 @@ void Resolver::resolveKept(const Syntax::CreateView& syntax, Tree::CreateView& v
 Tree::CreateIndex Resolver::resolveCreateIndex(const Syntax::CreateIndex& syntax) {
   requireFreeName(syntax.name);
   const Relation& table = findTable(syntax.table);
-  Tree::CreateIndex index{.name = syntax.name.text, .table = table.name, .unique = syntax.unique};
+  Tree::CreateIndex index{
+      .name = syntax.name.text, .table = table.name, .of = &table, .unique = syntax.unique};
   std::vector<std::string_view> taken;
   const auto take = [&](const Syntax::Name& name) -> std::string_view {
     const std::string_view column = columnOf(table, name).name;

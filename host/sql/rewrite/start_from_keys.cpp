@@ -179,7 +179,7 @@ class KeyStarter {
       Expression* const value =
           arena_.make(Expression{.kind = Kind::Column, .type = Type::Boolean, .source = answer});
       return compare(op, valueOf(*selecting("many", value, arena_.make(From{.source = answer}))),
-                     literal(0));
+                     arena_.make(Expression{.kind = Kind::Literal, .type = Type::Boolean}));
     };
     return {keys, asked(Operator::NotEqual), asked(Operator::Equal)};
   }

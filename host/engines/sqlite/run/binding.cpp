@@ -1,20 +1,16 @@
 #include "host/engines/sqlite/run/binding.h"
 
-#include <cmath>
 #include <new>
 #include <string>
 
+#include "host/engines/rows/passed_value.h"
 #include "host/engines/sqlite/engine_error.h"
-#include "host/sql/utf8.h"
 #include "platform/error.h"
-#include "platform/values/shown_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
 using QuorDataLib::Error;
-using QuorDataLib::ErrorNumber;
-using QuorDataLib::raise;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 using Rows::Cell;
@@ -28,13 +24,7 @@ void check(sqlite3_stmt* statement, int code) {
 }
 
 void bindText(sqlite3_stmt* statement, int index, std::string_view text, Lifetime lifetime) {
-  const std::size_t wrong = Sql::findIllFormed(text);
-  if (wrong != std::string_view::npos) {
-    raise(ErrorNumber::InvalidArgument,
-          "The text \"" + QuorDataLib::shownText(text.substr(0, wrong)) +
-              (text[wrong] == '\0' ? "\" goes on with a zero character, which no text can hold"
-                                   : "\" goes on with a byte that is no character of UTF-8"));
-  }
+  Rows::requireStorable(text);
   const sqlite3_destructor_type destructor =
       lifetime == Lifetime::Copied ? SQLITE_TRANSIENT : SQLITE_STATIC;  // NOLINT: C casts within
   check(statement,
@@ -43,32 +33,12 @@ void bindText(sqlite3_stmt* statement, int index, std::string_view text, Lifetim
 
 void bindDouble(sqlite3_stmt* statement, int index, double number) {
   // The engine would store "not a number" as null and infinity as itself; neither is an amount.
-  if (!std::isfinite(number)) raise(ErrorNumber::Overflow, "Overflow: the number is not finite");
+  Rows::requireFinite(number);
   check(statement, sqlite3_bind_double(statement, index, number));
 }
 
 void bindInteger(sqlite3_stmt* statement, int index, std::int64_t number) {
   check(statement, sqlite3_bind_int64(statement, index, number));
-}
-
-/// The type in which a value goes to a marker that leaves it open.
-Type typeAsPassed(ValueType type) {
-  switch (type) {
-    case ValueType::Boolean:
-      return Type::Boolean;
-    case ValueType::Integer:
-      return Type::Integer;
-    case ValueType::Long:
-      return Type::Long;
-    case ValueType::Double:
-      return Type::Double;
-    case ValueType::Currency:
-      return Type::Currency;
-    case ValueType::Date:
-      return Type::Date;
-    default:
-      return Type::Text;
-  }
 }
 
 }  // namespace
@@ -110,7 +80,7 @@ void bindValue(const Statement& statement, int index, const Value& value, Type t
     check(row, sqlite3_bind_null(row, index));
     return;
   }
-  switch (type == Type::Unknown ? typeAsPassed(value.type()) : type) {
+  switch (type == Type::Unknown ? Rows::typeAsPassed(value.type()) : type) {
     case Type::Boolean:
       bindInteger(row, index, value.toBoolean() ? 1 : 0);
       break;
@@ -141,10 +111,7 @@ void bindValue(const Statement& statement, int index, const Value& value, Type t
 
 void bindMarkers(const Statement& statement, const std::vector<Type>& markers,
                  const std::vector<Value>& values) {
-  if (values.size() != markers.size()) {
-    refuseStatement("The statement has " + std::to_string(markers.size()) + " markers (?), but " +
-                    std::to_string(values.size()) + " values were given");
-  }
+  Rows::requireOneEach(markers, values);
   // Markers of what the statement does not read are not in it.
   const int last = sqlite3_bind_parameter_count(statement.get());
   for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < last; ++i) {

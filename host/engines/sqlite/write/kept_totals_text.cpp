@@ -1,13 +1,14 @@
 #include "host/engines/sqlite/write/kept_totals_text.h"
 
-#include "host/engines/sqlite/write/sql_text.h"
+#include "host/engines/sqlite/write/sqlite_form.h"
+#include "host/engines/write/sql_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
 using Kind = Sql::KeptColumn::Kind;
 
-std::string quoted(std::string_view name) { return SqlText().name(name).take(); }
+std::string quoted(std::string_view name) { return Write::SqlText(sqliteText()).name(name).take(); }
 
 /// What `piece` makes of each of `items`, with `separator` between them.
 template <class Items, class Piece>
@@ -101,9 +102,9 @@ std::string KeptTotals::call(bool comes) const {
   const auto value = [&](const Piece& piece) {
     return piece.column.empty() ? std::string("1") : row + piece.column;
   };
-  return std::string(kTotalFunction) + "(" + SqlText().literal(view_).take() + ", " +
-         std::to_string(keys_.size()) + (comes ? ", 1, " : ", -1, ") + joined(keys_, ", ", key) +
-         ", " + joined(totals_, ", ", value) + ")";
+  return std::string(kTotalFunction) + "(" + Write::SqlText(sqliteText()).literal(view_).take() +
+         ", " + std::to_string(keys_.size()) + (comes ? ", 1, " : ", -1, ") +
+         joined(keys_, ", ", key) + ", " + joined(totals_, ", ", value) + ")";
 }
 
 std::array<std::string, 3> KeptTotals::triggers() const {

@@ -4,11 +4,12 @@
 #include <variant>
 #include <vector>
 
-#include "host/engines/sqlite/write/expression_writer.h"
-#include "host/engines/sqlite/write/filter.h"
 #include "host/engines/sqlite/write/kept_totals_text.h"
-#include "host/engines/sqlite/write/query_writer.h"
-#include "host/engines/sqlite/write/raising.h"
+#include "host/engines/sqlite/write/sqlite_form.h"
+#include "host/engines/write/expression_writer.h"
+#include "host/engines/write/filter.h"
+#include "host/engines/write/query_writer.h"
+#include "host/engines/write/raising.h"
 #include "host/sql/tree.h"
 
 namespace QuorHost::Sqlite {
@@ -16,6 +17,10 @@ namespace {
 
 using Sql::Type;
 using Sql::Tree::Constraint;
+using Write::ExpressionWriter;
+using Write::QueryWriter;
+using Write::SqlText;
+using Write::termsOf;
 using ConstraintKind = Sql::Syntax::Constraint::Kind;
 
 /// Writes the statements around queries and expressions.
@@ -26,13 +31,15 @@ class StatementWriter {
     return sql_.take();
   }
 
-  void operator()(const Sql::Tree::Query* query) { QueryWriter(sql_).write(*query, false); }
+  void operator()(const Sql::Tree::Query* query) {
+    QueryWriter(sql_, sqliteForm()).write(*query, false);
+  }
 
   void operator()(const Sql::Tree::Insert& insert) {
     sql_.add("INSERT INTO ").name(insert.table->name).add(" (");
     list(insert.columns, [&](const Sql::Column* column) { sql_.name(column->name); });
     sql_.add(") ");
-    if (insert.query != nullptr) return QueryWriter(sql_).write(*insert.query, false);
+    if (insert.query != nullptr) return QueryWriter(sql_, sqliteForm()).write(*insert.query, false);
     sql_.add("VALUES (");
     list(insert.values, [&](const Sql::Tree::Expression* value) { write(*value); });
     sql_.add(")");
@@ -66,7 +73,7 @@ class StatementWriter {
   void operator()(const Sql::Tree::CreateView& view) {
     if (view.keptOf != nullptr) return keptTable(view);
     sql_.add("CREATE VIEW ").ownName(view.name).add(" AS ");
-    QueryWriter(sql_).write(*view.query, true);
+    QueryWriter(sql_, sqliteForm()).write(*view.query, true);
   }
 
   void operator()(const Sql::Tree::CreateIndex& index) {
@@ -84,12 +91,14 @@ class StatementWriter {
   }
 
  private:
-  void write(const Sql::Tree::Expression& expression) { ExpressionWriter(sql_).write(expression); }
+  void write(const Sql::Tree::Expression& expression) {
+    ExpressionWriter(sql_, sqliteForm()).write(expression);
+  }
 
   void where(const Sql::Tree::Expression* condition) {
     if (condition == nullptr) return;
     sql_.add(" WHERE ");
-    ExpressionWriter(sql_).writeFilter({}, termsOf(condition));
+    ExpressionWriter(sql_, sqliteForm()).writeFilter({}, termsOf(condition));
   }
 
   template <class Items, class Write>
@@ -220,7 +229,7 @@ class StatementWriter {
     names(constraint.target);
   }
 
-  SqlText sql_;
+  SqlText sql_{sqliteText()};
 };
 
 }  // namespace
@@ -229,6 +238,8 @@ std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
   return StatementWriter().run(statement);
 }
 
-bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const { return columnRaises(query); }
+bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const {
+  return Write::columnRaises(query);
+}
 
 }  // namespace QuorHost::Sqlite

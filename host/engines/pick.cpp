@@ -1,0 +1,97 @@
+// Which engine a company is kept by. Nobody else knows that there are several.
+#include "host/engines/sqlite/file/file_check.h"
+#include "host/engines/sqlite/file/opening.h"
+#include "host/engines/sqlite/functions/collation.h"
+#include "host/engines/sqlite/store.h"
+#include "host/engines/store.h"
+#include "platform/error.h"
+
+#ifdef QUORACC_POSTGRES
+#include "host/engines/postgres/opening.h"
+#include "host/engines/postgres/server/address.h"
+#endif
+
+namespace QuorHost {
+
+#ifdef QUORACC_POSTGRES
+
+bool isServer(std::string_view company) noexcept { return Postgres::isServerAddress(company); }
+
+std::string shownCompany(const std::string& company) {
+  return isServer(company) ? Postgres::shownAddress(company) : company;
+}
+
+namespace {
+
+std::shared_ptr<Store> openOnServer(const std::string& company, Access access) {
+  return Postgres::openServer(company, access, Sqlite::compareTexts);
+}
+
+std::shared_ptr<Store> createOnServer(const std::string& company, bool replace) {
+  return Postgres::createServer(company, replace, Sqlite::compareTexts);
+}
+
+}  // namespace
+
+#else
+
+bool isServer(std::string_view company) noexcept {
+  return company.starts_with("postgresql://") || company.starts_with("postgres://");
+}
+
+std::string shownCompany(const std::string& company) {
+  return isServer(company) ? company.substr(0, company.find("://")) + "://..." : company;
+}
+
+namespace {
+
+[[noreturn]] void refuseServers() {
+  QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                     "This program was built without PostgreSQL: name a company file, or build it "
+                     "where the server's client library is installed (libpq-dev)");
+}
+
+std::shared_ptr<Store> openOnServer(const std::string& /*company*/, Access /*access*/) {
+  refuseServers();
+}
+
+std::shared_ptr<Store> createOnServer(const std::string& /*company*/, bool /*replace*/) {
+  refuseServers();
+}
+
+}  // namespace
+
+#endif
+
+std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
+  return isServer(path) ? openOnServer(path, access) : Sqlite::openFile(path, access);
+}
+
+std::shared_ptr<Store> openChangedCopy(const std::string& path,
+                                       const std::function<void(Store&)>& change) {
+  if (isServer(path)) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "A company on a server is not brought up to date in a copy: open it for "
+                       "writing once");
+  }
+  return Sqlite::openFileCopy(path, change);
+}
+
+std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability,
+                                         bool replace) {
+  return isServer(path) ? createOnServer(path, replace) : Sqlite::createFile(path, durability);
+}
+
+std::unique_ptr<SoleUse> takeAlone(const std::string& path) {
+  return Sqlite::takeDatabaseAlone(path);
+}
+
+bool isCompanyHeader(std::string_view header) noexcept { return Sqlite::isCompanyStart(header); }
+
+std::vector<std::string> companyFileFindings(const std::string& path) {
+  // What stands in the way of opening a server's company stands in the way of looking at it.
+  if (isServer(path)) return openOnServer(path, Access::Read)->integrityFindings();
+  return Sqlite::fileFindings(*Sqlite::openDatabase(path, Access::Read));
+}
+
+}  // namespace QuorHost

@@ -1,0 +1,20 @@
+#include "host/engines/postgres/opening.h"
+
+#include "host/engines/postgres/server/database.h"
+#include "host/engines/postgres/store.h"
+
+namespace QuorHost::Postgres {
+
+std::shared_ptr<Store> openServer(const std::string& address, Access access, CompareTexts compare) {
+  return std::make_shared<ServerStore>(
+      std::make_shared<Database>(readAddress(address), access, compare), Making::None);
+}
+
+std::shared_ptr<Store> createServer(const std::string& address, bool replace,
+                                    CompareTexts compare) {
+  return std::make_shared<ServerStore>(
+      std::make_shared<Database>(readAddress(address), Access::Write, compare),
+      replace ? Making::Replacing : Making::New);
+}
+
+}  // namespace QuorHost::Postgres

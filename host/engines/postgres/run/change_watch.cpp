@@ -1,0 +1,70 @@
+#include "host/engines/postgres/run/change_watch.h"
+
+#include <charconv>
+#include <utility>
+
+#include "host/sql/names.h"
+#include "platform/error.h"
+
+namespace QuorHost::Postgres {
+namespace {
+
+std::string nameOf(std::string_view name) { return Link::quoted(Sql::lowerName(name)); }
+
+/// Notes the row as it is before (`OLD`) or after (`NEW`) the change.
+std::string note(const WatchedTable& watched, const std::string& row) {
+  return "INSERT INTO pg_temp.quor_changes VALUES (" + row + "." + nameOf(watched.key) + ", " +
+         row + "." + nameOf(watched.date) +
+         ") ON CONFLICT (key) DO UPDATE SET date = least(quor_changes.date, excluded.date);";
+}
+
+}  // namespace
+
+ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable& watched)
+    : database_(std::move(database)), table_(nameOf(watched.table)) {
+  if (!database_->inTransaction()) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "Changes on a server are noted inside a transaction: begin one first");
+  }
+  std::string columns;
+  for (const std::string& column : watched.columns) {
+    columns += (columns.empty() ? "" : ", ") + nameOf(column);
+  }
+  const std::string before = note(watched, "OLD");
+  const std::string after = note(watched, "NEW");
+  database_->changing().run(
+      "CREATE TEMP TABLE quor_changes (key integer PRIMARY KEY, date timestamp) ON COMMIT DROP; "
+      "CREATE FUNCTION pg_temp.quor_note() RETURNS trigger LANGUAGE plpgsql AS $quor$ BEGIN "
+      "IF TG_OP <> 'INSERT' THEN " +
+      before + " END IF; IF TG_OP <> 'DELETE' THEN " + after +
+      " END IF; RETURN NULL; END $quor$; CREATE TRIGGER quor_note AFTER INSERT OR DELETE OR UPDATE "
+      "OF " +
+      columns + " ON " + table_ + " FOR EACH ROW EXECUTE FUNCTION pg_temp.quor_note()");
+}
+
+ChangeWatch::~ChangeWatch() {
+  // After a failure the transaction takes them back.
+  if (!database_->inTransaction()) return;
+  try {
+    database_->changing().run(
+        "DROP TRIGGER quor_note ON " + table_ +
+        "; DROP FUNCTION pg_temp.quor_note(); DROP TABLE pg_temp.quor_changes");
+  } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch): see above
+  }
+}
+
+std::vector<ChangeLog::Change> ChangeWatch::take() {
+  std::vector<Change> changes;
+  const Result rows = database_->changing().run(
+      "SELECT key, to_char(date, 'YYYY-MM-DD HH24:MI:SS') FROM pg_temp.quor_changes ORDER BY key");
+  for (int row = 0; row < PQntuples(rows.get()); ++row) {
+    Change change;
+    const std::string_view key = textAt(rows, row, 0);
+    std::from_chars(key.data(), key.data() + key.size(), change.key);
+    change.from = QuorDataLib::Date::parse(textAt(rows, row, 1)).value_or(QuorDataLib::Date());
+    changes.push_back(change);
+  }
+  return changes;
+}
+
+}  // namespace QuorHost::Postgres

@@ -1,0 +1,137 @@
+#include "host/engines/postgres/server/address.h"
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+#include "host/sql/number_text.h"
+#include "platform/error.h"
+
+namespace QuorHost::Postgres {
+namespace {
+
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::raise;
+
+constexpr std::string_view kSchemaKey = "schema";
+constexpr std::string_view kDefaultSchema = "public";
+
+struct FreeOptions {
+  void operator()(PQconninfoOption* options) const noexcept { PQconninfoFree(options); }
+};
+
+[[noreturn]] void refuse(std::string_view why) {
+  raise(ErrorNumber::InvalidArgument,
+        "The connection is not of the form postgresql://user@host/database?schema=NAME: " +
+            std::string(why));
+}
+
+/// A piece of a connection's text in which `%20` stands for a blank.
+std::string decoded(std::string_view text) {
+  constexpr int kHexadecimal = 16;
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      result += text[i];
+      continue;
+    }
+    const std::string_view digits = text.substr(i + 1, 2);
+    int code = 0;
+    const auto [end, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), code, kHexadecimal);
+    if (digits.size() != 2 || end != digits.data() + 2 || error != std::errc() || code == 0) {
+      refuse("a percent sign needs two hexadecimal digits behind it");
+    }
+    result += static_cast<char>(code);
+    i += 2;
+  }
+  return result;
+}
+
+/// Calls `visit` for the name and the value of each `name=value` behind the question mark.
+template <class Visit>
+void forEachParameter(std::string_view text, const Visit& visit) {
+  const std::size_t mark = text.find('?');
+  if (mark == std::string_view::npos) return;
+  for (std::string_view rest = text.substr(mark + 1); !rest.empty();) {
+    const std::string_view piece = rest.substr(0, rest.find('&'));
+    rest.remove_prefix(std::min(piece.size() + 1, rest.size()));
+    const std::size_t equal = std::min(piece.find('='), piece.size());
+    visit(piece.substr(0, equal), piece.substr(std::min(equal + 1, piece.size())), piece);
+  }
+}
+
+/// The text with those parameters that `keep` wants.
+template <class Keep>
+std::string withParameters(std::string_view text, const Keep& keep) {
+  std::string result(text.substr(0, text.find('?')));
+  char separator = '?';
+  forEachParameter(text, [&](std::string_view name, std::string_view, std::string_view piece) {
+    if (!keep(name)) return;
+    result += separator;
+    result += piece;
+    separator = '&';
+  });
+  return result;
+}
+
+bool isOtherMachine(std::string_view host) {
+  return !host.empty() && !host.starts_with('/') && host != "localhost" && host != "127.0.0.1" &&
+         host != "::1";
+}
+
+}  // namespace
+
+bool isServerAddress(std::string_view company) noexcept {
+  return company.starts_with("postgresql://") || company.starts_with("postgres://");
+}
+
+std::string shownAddress(std::string_view text) {
+  std::string shown =
+      withParameters(text, [](std::string_view name) { return name != "password"; });
+  const std::size_t begin = shown.find("://") + 3;
+  const std::size_t end = std::min(shown.find_first_of("/?", begin), shown.size());
+  const std::size_t at = shown.rfind('@', end);
+  const std::size_t colon = shown.find(':', begin);
+  if (at != std::string::npos && at >= begin && colon < at) shown.erase(colon, at - colon);
+  return shown;
+}
+
+Address readAddress(std::string_view text) {
+  Address address{.schema = std::string(kDefaultSchema), .shown = shownAddress(text)};
+  forEachParameter(text, [&](std::string_view name, std::string_view value, std::string_view) {
+    if (name == kSchemaKey) address.schema = decoded(value);
+  });
+  if (address.schema.empty()) refuse("the schema has no name");
+  const std::string forLibrary =
+      withParameters(text, [](std::string_view name) { return name != kSchemaKey; });
+  char* message = nullptr;
+  const std::unique_ptr<PQconninfoOption, FreeOptions> options(
+      PQconninfoParse(forLibrary.c_str(), &message));
+  if (!options) {
+    // The library's message may quote the text with its password.
+    PQfreemem(message);
+    refuse(
+        "see that names and values behind the question mark are what the server's client "
+        "knows, and that special characters are written as %XX");
+  }
+  std::string host;
+  bool saysMode = std::getenv("PGSSLMODE") != nullptr;  // NOLINT(concurrency-mt-unsafe)
+  for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
+    if (option->val == nullptr) continue;
+    const std::string_view name = option->keyword;
+    if (name == "host") host = option->val;
+    if (name == "sslmode") saysMode = true;
+    address.names.emplace_back(name);
+    address.values.emplace_back(option->val);
+  }
+  if (!saysMode && isOtherMachine(host)) {
+    address.names.emplace_back("sslmode");
+    address.values.emplace_back("verify-full");
+  }
+  return address;
+}
+
+}  // namespace QuorHost::Postgres

@@ -1,0 +1,134 @@
+#include "host/engines/postgres/server/link.h"
+
+#include <charconv>
+#include <ctime>
+
+#include "host/engines/postgres/server/server_error.h"
+#include "platform/error.h"
+
+namespace QuorHost::Postgres {
+namespace {
+
+/// Offset of this machine's clock, which the server's dates of today go by.
+std::string timeZone() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  const long minutes = local.tm_gmtoff / 60;
+  return "INTERVAL '" + std::to_string(minutes) + " minutes' HOUR TO MINUTE";
+}
+
+/// What our connections are told. Compiling a plan takes longer than most of ours run; the sorts of
+/// whole-company reports want their memory; rows of a table come in the order of the table.
+std::string settings(const Address& address, Access access) {
+  return "SET search_path = " + Link::quoted(address.schema) +
+         "; SET client_encoding = 'UTF8'; SET DateStyle = 'ISO, YMD'; SET extra_float_digits = 1;"
+         " SET standard_conforming_strings = on; SET jit = off; SET work_mem = '64MB';"
+         " SET cursor_tuple_fraction = 1; SET synchronize_seqscans = off;"
+         " SET client_min_messages = error; SET TIME ZONE " +
+         timeZone() + (access == Access::Read ? "; SET default_transaction_read_only = on" : "");
+}
+
+std::string doubled(std::string_view text, char quote) {
+  std::string result(1, quote);
+  for (const char c : text) {
+    result += c;
+    if (c == quote) result += c;
+  }
+  return result + quote;
+}
+
+}  // namespace
+
+std::string Link::quoted(std::string_view name) { return doubled(name, '"'); }
+std::string Link::literal(std::string_view text) { return doubled(text, '\''); }
+
+Link::Link(const Address& address, Access access) {
+  std::vector<const char*> names;
+  std::vector<const char*> values;
+  names.reserve(address.names.size() + 2);
+  values.reserve(address.values.size() + 2);
+  for (const std::string& name : address.names) names.push_back(name.c_str());
+  for (const std::string& value : address.values) values.push_back(value.c_str());
+  names.insert(names.end(), {"fallback_application_name", nullptr});
+  values.insert(values.end(), {"quoracc", nullptr});
+  connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
+  if (!connection_ || lost()) raiseConnectionError(connection_.get(), address.shown);
+  // Warnings of the server would go to standard error.
+  PQsetNoticeProcessor(connection_.get(), [](void*, const char*) {}, nullptr);
+  run(settings(address, access));
+}
+
+Result Link::checked(PGresult* raw, std::string_view text) {
+  Result result(raw);
+  switch (PQresultStatus(result.get())) {
+    case PGRES_COMMAND_OK:
+    case PGRES_TUPLES_OK:
+    case PGRES_EMPTY_QUERY:
+    case PGRES_COPY_IN:
+      return result;
+    default:
+      raiseServerError(connection_.get(), result.get(), text, limit_);
+  }
+}
+
+Result Link::run(const std::string& sql, std::string_view text) {
+  return checked(PQexec(connection_.get(), sql.c_str()), text);
+}
+
+Result Link::run(const std::string& sql, const std::vector<Argument>& arguments,
+                 std::string_view text) {
+  std::vector<Oid> types;
+  std::vector<const char*> values;
+  for (const Argument& argument : arguments) {
+    types.push_back(argument.type);
+    values.push_back(argument.text ? argument.text->c_str() : nullptr);
+  }
+  return checked(PQexecParams(connection_.get(), sql.c_str(), static_cast<int>(arguments.size()),
+                              types.data(), values.data(), nullptr, nullptr, 0),
+                 text);
+}
+
+void Link::tryTo(const char* sql) noexcept { PQclear(PQexec(connection_.get(), sql)); }
+
+std::int64_t Link::number(const std::string& sql) {
+  const Result result = run(sql);
+  std::int64_t value = 0;
+  if (PQntuples(result.get()) > 0) {
+    const std::string_view text = textAt(result, 0, 0);
+    std::from_chars(text.data(), text.data() + text.size(), value);
+  }
+  return value;
+}
+
+void Link::limit(std::int32_t seconds) {
+  if (limit_ == seconds) return;
+  constexpr std::int32_t kMost = 2'000'000;  // the server counts milliseconds in 32 bits
+  limit_ = 0;
+  run("SET statement_timeout = '" + std::to_string(std::min(seconds, kMost)) + "s'");
+  limit_ = seconds;
+}
+
+void Link::rollBack() noexcept {
+  tryTo("ROLLBACK");
+  limit_ = -1;  // of no statement: the next one says it again
+}
+
+void Link::beginCopy(const std::string& sql) { run(sql); }
+
+void Link::copy(std::string_view rows) {
+  if (PQputCopyData(connection_.get(), rows.data(), static_cast<int>(rows.size())) != 1) {
+    raiseServerError(connection_.get(), nullptr, {}, 0);
+  }
+}
+
+void Link::endCopy() {
+  PQputCopyEnd(connection_.get(), nullptr);
+  Result result(PQgetResult(connection_.get()));
+  // The state is ready for the next statement when there is no further result.
+  while (const Result more{PQgetResult(connection_.get())}) {
+  }
+  checked(result.release(), {});
+}
+
+}  // namespace QuorHost::Postgres

@@ -1,0 +1,144 @@
+#include "host/engines/postgres/server/server_error.h"
+
+#include <algorithm>
+
+#include "host/engines/store.h"
+#include "platform/data_library.h"
+#include "platform/error.h"
+#include "platform/values/shown_text.h"
+
+namespace QuorHost::Postgres {
+namespace {
+
+using QuorDataLib::Error;
+using QuorDataLib::ErrorNumber;
+
+constexpr std::string_view kSource = "QuorDataLib";
+constexpr std::int32_t kPathFileAccess = 75;
+constexpr std::size_t kLongestMessage = 600;
+
+/// One part of what the server says.
+std::string_view part(const PGresult* result, int which) {
+  const char* const text = result == nullptr ? nullptr : PQresultErrorField(result, which);
+  return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+/// `(a, b)=(1, 2)` of the server's detail about a key, in two.
+struct Key {
+  std::string columns;
+  std::string values;
+};
+
+Key keyOf(std::string_view detail) {
+  const std::size_t open = detail.find('(');
+  const std::size_t middle = detail.find(")=(", open);
+  const std::size_t close = detail.rfind(')');
+  if (open == detail.npos || middle == detail.npos || close < middle + 3) return {};
+  std::string columns(detail.substr(open + 1, middle - open - 1));
+  // An index of texts tells the cast that it compares by.
+  std::erase(columns, '"');
+  return {columns, QuorDataLib::shownText(detail.substr(middle + 3, close - middle - 3))};
+}
+
+std::string keyMessage(const PGresult* result) {
+  const Key key = keyOf(part(result, PG_DIAG_MESSAGE_DETAIL));
+  return "Another row already has " + (key.values.empty() ? "this value" : key.values) + " in " +
+         key.columns + " of table " + std::string(part(result, PG_DIAG_TABLE_NAME)) +
+         ", which must be unique";
+}
+
+std::string referenceMessage(const PGresult* result) {
+  const std::string_view detail = part(result, PG_DIAG_MESSAGE_DETAIL);
+  const Key key = keyOf(detail);
+  const std::string table(part(result, PG_DIAG_TABLE_NAME));
+  const std::size_t other = detail.find("table \"");
+  std::string where(detail.substr(std::min(detail.size(), other + 7)));
+  where = where.substr(0, where.find('"'));
+  if (detail.find("still referenced") != detail.npos) {
+    return "Rows of table " + where + " point at " + key.values + " in " + key.columns +
+           " of the row that would go (a foreign key)";
+  }
+  return "Column " + key.columns + " of table " + table + " would hold " + key.values +
+         ", but table " + where + " has no row with that (a foreign key)";
+}
+
+/// What the state of the server is that it reports, in words; empty for what a statement is to
+/// blame for.
+std::string stateMessage(std::string_view state, std::int32_t limit) {
+  if (state == "57014" && limit > 0) {
+    return "The statement was stopped: it took longer than its command timeout of " +
+           std::to_string(limit) + (limit == 1 ? " second" : " seconds");
+  }
+  if (state == "57014") return "The statement was stopped by an administrator of the server";
+  if (state == "40P01" || state == "40001" || state == "55P03") {
+    return "The company is being changed by another program at the same time; try again";
+  }
+  if (state == "25P02") {
+    return "An earlier statement of the transaction or snapshot failed, and nothing goes on in it: "
+           "drop it and begin anew; nothing of it is kept";
+  }
+  if (state == "25006") {
+    return "The company cannot be changed: it was opened for reading only, or the server takes no "
+           "changes";
+  }
+  if (state == "42501") {
+    return "The role has no right to do this: have the owner of the schema grant it";
+  }
+  if (state == "53100") return "The disk of the server is full; make room and try again";
+  if (state.starts_with("53")) {
+    return "The server has no memory or no connection left; try again later";
+  }
+  return {};
+}
+
+bool isEndOfConnection(std::string_view state) {
+  return state.starts_with("08") || state.starts_with("57P");
+}
+
+}  // namespace
+
+void refuseServer(const std::string& address, const std::string& what) {
+  throw Error(kPathFileAccess, std::string(kSource), "'" + address + "' " + what);
+}
+
+void raiseConnectionError(PGconn* connection, const std::string& address) {
+  std::string reason = connection == nullptr ? "out of memory" : PQerrorMessage(connection);
+  // The last line says why; those before it where the library tried.
+  while (!reason.empty() && reason.back() == '\n') reason.pop_back();
+  std::ranges::replace(reason, '\n', ' ');
+  refuseServer(address, "cannot be opened: " + QuorDataLib::shownText(reason, kLongestMessage) +
+                            ". See that the server runs, that host, database and role are spelled "
+                            "as they are there, and that a password is where the client looks for "
+                            "it (PGPASSFILE, PGPASSWORD)");
+}
+
+void raiseServerError(PGconn* connection, const PGresult* result, std::string_view statement,
+                      std::int32_t limit) {
+  const std::string_view state = part(result, PG_DIAG_SQLSTATE);
+  if (PQstatus(connection) == CONNECTION_BAD || isEndOfConnection(state)) {
+    throw Error(kConnectionLost, std::string(kSource),
+                "The connection to the server was lost. Whether a change that was being made is "
+                "kept is not known: look before you make it again");
+  }
+  const std::string where = inStatement(statement);
+  if (const std::string message = stateMessage(state, limit); !message.empty()) {
+    refuseStatement(message + where);
+  }
+  if (state == "22003") {
+    QuorDataLib::raise(ErrorNumber::Overflow,
+                       "Overflow: a sum or a product is too large for its type" + where);
+  }
+  if (state == "23505") refuseStatement(keyMessage(result) + where);
+  if (state == "23503") refuseStatement(referenceMessage(result) + where);
+  if (state == "23502") {
+    refuseStatement("A value is missing in " + std::string(part(result, PG_DIAG_COLUMN_NAME)) +
+                    " of table " + std::string(part(result, PG_DIAG_TABLE_NAME)) +
+                    ", which cannot be null" + where);
+  }
+  const std::string_view said = part(result, PG_DIAG_MESSAGE_PRIMARY);
+  const std::string message =
+      QuorDataLib::shownText(said.empty() ? PQerrorMessage(connection) : said, kLongestMessage);
+  refuseStatement("The statement failed: " + message + where);
+}
+
+}  // namespace QuorHost::Postgres

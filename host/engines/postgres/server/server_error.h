@@ -1,0 +1,30 @@
+// What people read when the server reports an error.
+#pragma once
+
+#include <libpq-fe.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "host/engines/rows/refusal.h"
+
+namespace QuorHost::Postgres {
+
+using Rows::inStatement;
+using Rows::refuseStatement;
+
+/// Raises 75 with the address and what is wrong with what is there.
+[[noreturn]] void refuseServer(const std::string& address, const std::string& what);
+
+/// Raises 75 with why there is no connection.
+[[noreturn]] void raiseConnectionError(PGconn* connection, const std::string& address);
+
+/// Raises what the server has just reported: 6 for an overflow, `kConnectionLost` when the
+/// connection has ended, and a refused statement for everything else, with the table and the value
+/// that it is about or with what to do. `statement` is the statement as its author wrote it;
+/// `limit` are the seconds that it may take.
+[[noreturn]] void raiseServerError(PGconn* connection, const PGresult* result,
+                                   std::string_view statement, std::int32_t limit);
+
+}  // namespace QuorHost::Postgres

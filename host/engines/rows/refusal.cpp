@@ -1,0 +1,37 @@
+#include "host/engines/rows/refusal.h"
+
+#include "platform/data_library.h"
+#include "platform/error.h"
+#include "platform/values/shown_text.h"
+
+namespace QuorHost::Rows {
+namespace {
+
+/// The longest description, and the longest piece of a statement in it, in bytes.
+constexpr std::size_t kLongest = 1000;
+constexpr std::size_t kLongestStatement = 80;
+
+/// The beginning of a statement on one line.
+std::string quoted(std::string_view statement) {
+  std::string text;
+  for (const char c : statement.substr(0, kLongest)) {
+    const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+    if (blank && (text.empty() || text.back() == ' ')) continue;
+    text += blank ? ' ' : c;
+  }
+  if (!text.empty() && text.back() == ' ') text.pop_back();
+  return QuorDataLib::shownText(text, kLongestStatement);
+}
+
+}  // namespace
+
+void refuseStatement(const std::string& description) {
+  throw QuorDataLib::Error(QuorDataLib::kStatementRefused, "QuorDataLib",
+                           QuorDataLib::shownText(description, kLongest));
+}
+
+std::string inStatement(std::string_view statement) {
+  return statement.empty() ? "" : " (in: " + quoted(statement) + ")";
+}
+
+}  // namespace QuorHost::Rows
