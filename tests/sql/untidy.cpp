@@ -19,24 +19,20 @@ class Untidy {
  public:
   explicit Untidy(unsigned seed) : random_(seed) {}
 
-  void fill(Database& database) {
-    for (const Relation& table : database.catalogue().relations()) {
-      if (table.kind == Relation::Kind::Table) fill(database, table);
+  using Add = std::function<void(const Relation& table, const Values& row)>;
+
+  void fill(const Catalogue& catalogue, const Add& add) {
+    for (const Relation& table : catalogue.relations()) {
+      if (table.kind != Relation::Kind::Table) continue;
+      for (int row = 1; row <= kRows; ++row) {
+        Values values;
+        for (const Column& column : table.columns) values.push_back(valueOf(column, row));
+        add(table, values);
+      }
     }
   }
 
  private:
-  void fill(Database& database, const Relation& table) {
-    std::string insert = "INSERT INTO " + table.name + " VALUES (";
-    for (std::size_t i = 0; i < table.columns.size(); ++i) insert += i == 0 ? "?" : ", ?";
-    const Translation translation = database.translate(insert + ")", kServer);
-    for (int row = 1; row <= kRows; ++row) {
-      Values values;
-      for (const Column& column : table.columns) values.push_back(valueOf(column, row));
-      database.rows(translation, values);
-    }
-  }
-
   Value valueOf(const Column& column, int row) {
     if (column.primaryKey) return Value(row);
     // Numbers of accounts are unique.
@@ -71,6 +67,23 @@ class Untidy {
 
 }  // namespace
 
-void fillUntidily(Database& database, unsigned seed) { Untidy(seed).fill(database); }
+void untidyRows(const Catalogue& catalogue, unsigned seed,
+                const std::function<void(const Relation& table, const Values& row)>& add) {
+  Untidy(seed).fill(catalogue, add);
+}
+
+void fillUntidily(Database& database, unsigned seed) {
+  const Relation* filled = nullptr;
+  Translation insert;
+  untidyRows(database.catalogue(), seed, [&](const Relation& table, const Values& row) {
+    if (&table != filled) {
+      filled = &table;
+      std::string text = "INSERT INTO " + table.name + " VALUES (";
+      for (std::size_t i = 0; i < table.columns.size(); ++i) text += i == 0 ? "?" : ", ?";
+      insert = database.translate(text + ")", kServer);
+    }
+    database.rows(insert, row);
+  });
+}
 
 }  // namespace QuorHost::Sql::Testing
