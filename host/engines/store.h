@@ -162,10 +162,11 @@ inline constexpr std::int32_t kConnectionLost = static_cast<std::int32_t>(0x8004
 /// `company` as it may be shown: a connection without its password.
 [[nodiscard]] std::string shownCompany(const std::string& company);
 
-/// Opens the company file at `path`, or the company that a connection leads to. A file whose texts are in the order of another system is sorted
-/// anew, in place for writing and in a copy for reading. Raises 75 with a message that says what to
-/// do for a missing, unreadable, truncated, locked or foreign file, for one of a newer schema
-/// version, and for a server, a database, a role or a schema that is not there.
+/// Opens the company file at `path`, or the company that a connection leads to. A file whose texts
+/// are in the order of another system is sorted anew, in place for writing and in a copy for
+/// reading. Raises 75 with a message that says what to do for a missing, unreadable, truncated,
+/// locked or foreign file, for one of a newer schema version, and for a server, a database, a role
+/// or a schema that is not there.
 [[nodiscard]] std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access);
 
 /// Opens for reading a private copy of the company file at `path` to which `change` has been done;

@@ -238,8 +238,6 @@ std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
   return StatementWriter().run(statement);
 }
 
-bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const {
-  return Write::columnRaises(query);
-}
+bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const { return Write::columnRaises(query); }
 
 }  // namespace QuorHost::Sqlite
