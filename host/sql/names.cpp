@@ -2,8 +2,7 @@
 
 namespace QuorHost::Sql {
 
-bool sameName(std::string_view a, std::string_view b) noexcept {
-  if (a.size() != b.size()) return false;
+bool sameLetters(std::string_view a, std::string_view b) noexcept {
   for (std::size_t i = 0; i < a.size(); ++i) {
     if (a[i] != b[i] && lowerCase(a[i]) != lowerCase(b[i])) return false;
   }

@@ -11,8 +11,13 @@ namespace QuorHost::Sql {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+/// Whether two names of one length are one.
+[[nodiscard]] bool sameLetters(std::string_view a, std::string_view b) noexcept;
+
 /// Whether two names are one.
-[[nodiscard]] bool sameName(std::string_view a, std::string_view b) noexcept;
+[[nodiscard]] inline bool sameName(std::string_view a, std::string_view b) noexcept {
+  return a.size() == b.size() && sameLetters(a, b);
+}
 
 /// The form of a name that is equal for all its spellings.
 [[nodiscard]] std::string lowerName(std::string_view name);

@@ -13,13 +13,7 @@ Steps& Steps::untrapped() {
   return steps;
 }
 
-Steps::Attempts::Attempts(Steps& steps, std::uint_least32_t line) : steps_(steps) {
-  if (++steps_.depth_ == 1) steps_.line_ = line;
-}
-
-Steps::Attempts::~Attempts() {
-  --steps_.depth_;
-  if (!retrying_) return;
+void Steps::Attempts::tellEnd() noexcept {
   try {
     retrying_->RetryEnded(std::string(steps_.className_), std::string(steps_.methodName_),
                           static_cast<std::int32_t>(steps_.line_));

@@ -70,8 +70,13 @@ class Steps {
   /// The attempts at one step.
   class Attempts {
    public:
-    Attempts(Steps& steps, std::uint_least32_t line);
-    ~Attempts();
+    Attempts(Steps& steps, std::uint_least32_t line) : steps_(steps) {
+      if (++steps_.depth_ == 1) steps_.line_ = line;
+    }
+    ~Attempts() {
+      --steps_.depth_;
+      if (retrying_) tellEnd();
+    }
     Attempts(const Attempts&) = delete;
     Attempts& operator=(const Attempts&) = delete;
 
@@ -80,6 +85,8 @@ class Steps {
     bool another();
 
    private:
+    void tellEnd() noexcept;
+
     Steps& steps_;
     /// The service that answered with a retry.
     QuorDataLib::Ref<QuorDataLib::ErrorService> retrying_;

@@ -13,7 +13,8 @@
 
 namespace QuorHost::Rows {
 
-/// How much of a result may be taken into memory in one go. The time is looked at between rows.
+/// How much of a result may be taken into memory in one go. The time counts from the first row that
+/// is taken, and is looked at between rows.
 struct Allowance {
   using Clock = std::chrono::steady_clock;
   std::size_t rows = std::numeric_limits<std::size_t>::max();

@@ -69,11 +69,13 @@ void Recordset::stopReading() noexcept {
 void Recordset::keepRows(const Allowance& allowance) noexcept {
   const std::size_t most = allowance.rows > kMostRows ? kMostRows : kept_.size() + allowance.rows;
   const bool timed = allowance.time != Allowance::Clock::duration::zero();
-  const auto end =
-      timed ? Allowance::Clock::now() + allowance.time : Allowance::Clock::time_point();
+  Allowance::Clock::time_point end;
   try {
-    while (live_ && kept_.size() < most && kept_.bytes() < allowance.bytes &&
-           (!timed || Allowance::Clock::now() < end)) {
+    for (std::size_t row = 0; live_ && kept_.size() < most && kept_.bytes() < allowance.bytes;
+         ++row) {
+      // Many results are of one row, for which nobody looks at the clock.
+      if (timed && row == 1) end = Allowance::Clock::now() + allowance.time;
+      if (timed && row > 1 && Allowance::Clock::now() >= end) break;
       keepAndFetch();
     }
   } catch (...) {
@@ -134,10 +136,6 @@ QuorDataLib::ValueType Recordset::FieldType(std::int32_t index) {
   requireOpen();
   requireColumn(index);
   return Sql::valueType(columns()[static_cast<std::size_t>(index)].type);
-}
-
-Cell Recordset::currentCell(std::int32_t index) const {
-  return current_ < kept_.size() ? kept_.at(current_, index) : cursor_->cell(index);
 }
 
 Value Recordset::Field(std::int32_t index) {

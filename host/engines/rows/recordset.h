@@ -74,7 +74,9 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
   void stopReading() noexcept;
   /// Goes back to the first row: to the kept one, or by running the statement again.
   void rewind();
-  [[nodiscard]] Cell currentCell(std::int32_t index) const;
+  [[nodiscard]] Cell currentCell(std::int32_t index) const {
+    return current_ < kept_.size() ? kept_.at(current_, index) : cursor_->cell(index);
+  }
   const RowIndex& indexOf(std::int32_t column);
 
   std::unique_ptr<Cursor> cursor_;

@@ -25,6 +25,8 @@ struct Words {
   bool valuesNeedLimit = false;
   /// The engine's own place of NULL in an order is another than first of all.
   bool ordersNullsItsWay = false;
+  /// Of groups it reads no column but their keys.
+  bool readsKeysOnly = false;
 };
 
 /// One engine's hooks in the walk over queries and expressions. It holds nothing and may be shared.

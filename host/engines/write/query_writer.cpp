@@ -8,6 +8,7 @@
 
 #include "host/engines/write/expression_writer.h"
 #include "host/engines/write/filter.h"
+#include "host/engines/write/group_keys.h"
 #include "host/engines/write/raising.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
@@ -200,7 +201,7 @@ void QueryWriter::writeWhere(const From* from, const Conditions& terms) {
 void QueryWriter::writeGroups(const Select& select) {
   ExpressionWriter expressions(sql_, form_);
   const char* separator = " GROUP BY ";
-  for (const Expression* const key : select.groupBy) {
+  for (const Expression* const key : groupKeys(select, form_.words().readsKeysOnly)) {
     sql_.add(separator);
     const SqlText::Held held(sql_, kInGroupBy);
     if (key->kind == Expression::Kind::Literal && !form_.words().constantKey.empty()) {

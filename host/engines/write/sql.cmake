@@ -5,6 +5,7 @@ add_library(quoracc_written_sql
   ${CMAKE_CURRENT_LIST_DIR}/expression_form.cpp
   ${CMAKE_CURRENT_LIST_DIR}/expression_writer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/filter.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/group_keys.cpp
   ${CMAKE_CURRENT_LIST_DIR}/query_writer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/raising.cpp
   ${CMAKE_CURRENT_LIST_DIR}/sql_text.cpp)

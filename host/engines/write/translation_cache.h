@@ -39,6 +39,7 @@ class TranslationCache {
 
   /// The statement, or null where it is not known. It holds until the next one is added.
   [[nodiscard]] Entry* find(std::string_view text, Sql::Dialect dialect) noexcept {
+    if (isFirst({text, dialect})) return &entries_.front();
     const auto known = byText_.find(Key{text, dialect});
     return known == byText_.end() ? nullptr : &*known->second;
   }
@@ -47,6 +48,7 @@ class TranslationCache {
   /// used one. Raises what the front end raises.
   Entry& take(std::string_view text, Sql::Dialect dialect, const Sql::Catalogue& catalogue,
               const Sql::Writer& writer) {
+    if (isFirst({text, dialect})) return entries_.front();
     const auto known = byText_.find(Key{text, dialect});
     if (known != byText_.end()) {
       entries_.splice(entries_.begin(), entries_, known->second);
@@ -55,8 +57,7 @@ class TranslationCache {
     auto source = std::make_shared<TranslatedStatement>(TranslatedStatement{
         std::string(text), dialect, Sql::translate(text, dialect, catalogue, writer)});
     if (entries_.size() == kCapacity) {
-      const TranslatedStatement& oldest = *entries_.back().source;
-      byText_.erase(Key{oldest.text, oldest.dialect});
+      byText_.erase(keyOf(entries_.back()));
       entries_.pop_back();
     }
     entries_.push_front(Entry{source, Kept()});
@@ -83,6 +84,14 @@ class TranslationCache {
     }
   };
   using Entries = std::list<Entry>;
+
+  [[nodiscard]] static Key keyOf(const Entry& entry) noexcept {
+    return {entry.source->text, entry.source->dialect};
+  }
+  /// Statements are often run again and again: whether it is the one used last.
+  [[nodiscard]] bool isFirst(const Key& key) const noexcept {
+    return !entries_.empty() && keyOf(entries_.front()) == key;
+  }
 
   Entries entries_;  // the most recently used first
   std::unordered_map<Key, typename Entries::iterator, Hash> byText_;

@@ -33,7 +33,8 @@ constexpr Write::Words kWords{.yes = "TRUE",
                               .unnamed = " AS \":all\"",
                               .constantKey = "(SELECT 1)",
                               .valuesNeedLimit = true,
-                              .ordersNullsItsWay = true};
+                              .ordersNullsItsWay = true,
+                              .readsKeysOnly = true};
 
 /// What makes a text one that is compared as texts are.
 constexpr std::string_view kOrder = "::bpchar COLLATE \"quor\"";

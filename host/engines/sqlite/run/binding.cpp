@@ -13,7 +13,6 @@ namespace {
 using QuorDataLib::Error;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
-using Rows::Cell;
 using Sql::Type;
 
 /// Raises what a binding reports: a text too long for the engine, exhausted memory.
@@ -43,34 +42,11 @@ void bindInteger(sqlite3_stmt* statement, int index, std::int64_t number) {
 
 }  // namespace
 
-Cell cellOf(const Statement& statement, int column) {
-  // Asking the value spares the checks that asking the statement repeats; connections that are used
-  // on one thread may do so.
-  return cellOf(sqlite3_column_value(statement.get(), column));
-}
-
-Cell cellOf(sqlite3_value* value) {
-  Cell cell;
-  switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-      break;
-    case SQLITE_INTEGER:
-      cell.kind = Cell::Kind::Integer;
-      cell.integer = sqlite3_value_int64(value);
-      break;
-    case SQLITE_FLOAT:
-      cell.kind = Cell::Kind::Real;
-      cell.real = sqlite3_value_double(value);
-      break;
-    default:
-      cell.kind = Cell::Kind::Text;
-      const unsigned char* const text = sqlite3_value_text(value);
-      if (text == nullptr) throw std::bad_alloc();
-      cell.text = {reinterpret_cast<const char*>(text),
-                   static_cast<std::size_t>(sqlite3_value_bytes(value))};
-      break;
-  }
-  return cell;
+std::string_view textOf(sqlite3_value* value) {
+  const unsigned char* const text = sqlite3_value_text(value);
+  if (text == nullptr) throw std::bad_alloc();
+  return {reinterpret_cast<const char*>(text),
+          static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
 void bindValue(const Statement& statement, int index, const Value& value, Type type,

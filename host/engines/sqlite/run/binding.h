@@ -1,7 +1,10 @@
 // How values are stored, in both directions.
 #pragma once
 
+#include <sqlite3.h>
+
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "host/engines/rows/cell.h"
@@ -11,12 +14,31 @@
 
 namespace QuorHost::Sqlite {
 
+/// The text of a value of the engine; it holds as long as the value does.
+[[nodiscard]] std::string_view textOf(sqlite3_value* value);
+
 /// A value of the engine; its text holds as long as the value does.
-[[nodiscard]] Rows::Cell cellOf(sqlite3_value* value);
+[[nodiscard]] inline Rows::Cell cellOf(sqlite3_value* value) {
+  using Kind = Rows::Cell::Kind;
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER:
+      return {.kind = Kind::Integer, .integer = sqlite3_value_int64(value)};
+    case SQLITE_FLOAT:
+      return {.kind = Kind::Real, .real = sqlite3_value_double(value)};
+    default:
+      return {.kind = Kind::Text, .text = textOf(value)};
+  }
+}
 
 /// The value in `column` of the row that `statement` stands on; its text holds until the statement
 /// moves.
-[[nodiscard]] Rows::Cell cellOf(const Statement& statement, int column);
+[[nodiscard]] inline Rows::Cell cellOf(const Statement& statement, int column) {
+  // Asking the value spares the checks that asking the statement repeats; connections that are used
+  // on one thread may do so.
+  return cellOf(sqlite3_column_value(statement.get(), column));
+}
 
 /// Who keeps a text that is bound.
 enum class Lifetime : std::uint8_t {
