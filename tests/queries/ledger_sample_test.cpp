@@ -1,10 +1,9 @@
-// What must hold in the sample company's ledger, under each kind of chart: both dialects alike,
+// What must hold in the sample company's ledger, under each kind of chart:
 // balances that agree with histories, books that balance at every month's end, earnings that agree
 // however they are asked for.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 
 #include "ledger/general_ledger_helper.h"
@@ -102,88 +101,6 @@ INSTANTIATE_TEST_SUITE_P(Charts, LedgerSample,
                                   : chart.param == Chart::French ? "French"
                                                                  : "Own";
                          });
-
-TEST_P(LedgerSample, EveryMemberGivesTheSameInBothDialects) {
-  const Date from = Date::of(2024, 1, 1);
-  const Date to = Date::of(2024, 6, 30);
-  CGeneralLedgerQueries queries;
-  CGeneralLedgerHelper helper;
-  std::vector<std::pair<std::string, std::function<Lines()>>> asked;
-  const auto rows = [&](const std::string& name, const auto& open) {
-    asked.emplace_back(name, [=] { return lines(open()); });
-  };
-  const auto value = [&](const std::string& name, const auto& get) {
-    asked.emplace_back(name, [=] { return Lines{QuorDataLib::Value(get()).toText()}; });
-  };
-  for (const bool foreign : {false, true}) {
-    for (const std::int32_t account : {1010, 1020}) {
-      const std::int32_t currency = account == 1020 ? 2 : 0;
-      rows("history", [=, &queries] {
-        return queries.OpenGLAcctHistory(foreign, currency, account, kHome, from, to);
-      });
-      rows("forward", [=, &queries] {
-        return queries.OpenGLAcctHistoryForwardBalance(foreign, currency, account, kHome, {}, to);
-      });
-      rows("credits", [=, &queries] {
-        return queries.OpenGLAcctHistoryDebitsCredits(foreign, currency, account, kHome, from, to,
-                                                      2);
-      });
-    }
-  }
-  for (const std::int32_t side : {1, 2}) {
-    for (const std::int32_t project : {1, 4, 6}) {
-      rows("project",
-           [=, &queries] { return queries.OpenProjectHistory(true, 2, project, {}, to, side); });
-      rows("project forward", [=, &queries] {
-        return queries.OpenProjHistoryForwardBalance(false, 1, project, {}, to, side);
-      });
-      rows("project net", [=, &queries] {
-        return queries.OpenProjHistoryDebitsCredits(false, 1, project, {}, to, 2, side);
-      });
-    }
-  }
-  for (const std::int32_t account : {0, 4020}) {
-    for (const char* const projects : {"", "1,4"}) {
-      for (const char* const condition : {"", " ExSegmentId IS NULL", "DetAmnt > 0"}) {
-        rows("balances", [=, &queries] {
-          return queries.OpenGLAcctBalanceRange(account, from, to, projects, condition);
-        });
-        rows("remittances", [=, &queries] {
-          return queries.OpenGLAcctBalanceRangeTotRemittence(account, from, to, projects,
-                                                             condition);
-        });
-        rows("foreign balances", [=, &queries] {
-          return queries.OpenGLAcctForeignBalanceRange(2, from, to, account, projects, condition);
-        });
-      }
-    }
-  }
-  rows("earnings", [=, &queries] { return queries.OpenCurrentEarnRange(from, to); });
-  rows("cheques", [&queries] { return queries.OpenAllIssuedChecks("3050", 1010); });
-  value("sales", [=, &helper] { return helper.GetTotalEarnings(from, to); });
-  value("budget", [=, &helper] { return helper.GetAcctBudget(4010, from, to); });
-  value("types", [&helper] { return helper.GetAccountTypeIds(2, QuorDataLib::Value(true)); });
-  value("other types", [&helper] { return helper.GetAccountTypeIds(2, "false"); });
-  value("all types", [&helper] { return helper.GetAccountTypeIds(1, {}); });
-  value("count", [&helper] { return helper.GetGLAccountCount(false, 1); });
-  for (const Account& account : accounts_) {
-    const std::string type = std::to_string(account.type);
-    value("name", [&helper, account] { return helper.GetAccountCodeDesc(account.id); });
-    value("use", [&helper, account] { return helper.AcctIsUsedInTransaction(account.id, 0); });
-    value("next", [&helper, type] { return helper.FindNextGLAcctId(type, "9"); });
-    value("sentence",
-          [&helper, account, to] { return helper.CheckAccountBalance(account.id, to); });
-  }
-  std::size_t answered = 0;
-  for (const auto& [name, ask] : asked) {
-    server_->install();
-    const Lines server = ask();
-    desktop_->install();
-    EXPECT_EQ(ask(), server) << name;
-    answered += server.empty() ? 0 : 1;
-  }
-  EXPECT_GT(answered, asked.size() - 40);
-}
 
 TEST_P(LedgerSample, BalancesAreWhatHistoriesComeTo) {
   server_->install();

@@ -15,20 +15,19 @@ namespace {
 
 using QuorAccQueries::Argument;
 using QuorAccQueries::ClassInfo;
-using QuorAccQueries::ComponentObject;
 using QuorAccQueries::Member;
 using QuorDataLib::Date;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 
-/// The arguments of one call. Lists of columns, order and groups must go together, and pieces of
+/// The arguments of a call. Lists of columns, order and groups must go together, and pieces of
 /// statements with the statement that they come to stand in.
-class Call {
+class Arguments {
  public:
   /// @param choices  for each argument: 0 leaves it empty, the others are values that it may have
   /// @param lists    the same for all of its lists together
-  Call(const ClassInfo& info, const Member& member, const std::vector<unsigned>& choices,
-       unsigned lists)
+  Arguments(const ClassInfo& info, const Member& member, const std::vector<unsigned>& choices,
+            unsigned lists)
       : member_(member),
         supplier_(info.name.find("Supplier") != info.name.npos),
         aging_(member.name.find("Aging") != member.name.npos),
@@ -38,7 +37,7 @@ class Call {
     }
   }
 
-  void invoke(ComponentObject& object) { (void)member_.invoke(object, values_); }
+  [[nodiscard]] const std::vector<Value>& values() const { return values_; }
 
  private:
   [[nodiscard]] Value valueFor(const Argument& argument, unsigned choice) const {
@@ -92,7 +91,9 @@ class Call {
     // What is below zero stands for all of some keys, or for none.
     if (choice == 2) return -1;
     if (name.find("Acct") != name.npos) return 1210;
-    return choice == 3 ? 9 : 3;  // the sample's term 9 has a date of its own
+    // The sample's term 9 has a date of its own, and its item 73 is a kit.
+    if (choice == 3) return name == "ItemID" ? 73 : 9;
+    return 3;
   }
 
   const Member& member_;
@@ -102,12 +103,17 @@ class Call {
   std::vector<Value> values_;
 };
 
-/// Calls the member with nothing set, with everything set, with each argument turned against all
-/// others, and as chance has it.
-void callVaried(const ClassInfo& info, const Member& member) {
+void forEachCallOf(const ClassInfo& info, const Member& member, const auto& visit) {
   const std::size_t count = member.arguments.size();
   const auto call = [&](const std::vector<unsigned>& choices, unsigned lists) {
-    Call(info, member, choices, lists).invoke(*info.create());
+    std::string what(info.name);
+    what.append(".").append(member.name);
+    for (const unsigned choice : choices) what.append(" ").append(std::to_string(choice));
+    what.append("/").append(std::to_string(lists));
+    visit(what, [&](std::vector<Value>& values) {
+      values = Arguments(info, member, choices, lists).values();
+      return member.invoke(*info.create(), values);
+    });
   };
   for (const unsigned set : {0U, 1U}) {
     std::vector<unsigned> choices(count, set);
@@ -140,6 +146,12 @@ Value valueOf(const nlohmann::json& traced) {
 
 }  // namespace
 
+void forEachCall(const std::function<void(const std::string& what, const Call& call)>& visit) {
+  for (const ClassInfo* const info : QuorAccQueries::allClasses()) {
+    for (const Member& member : info->members) forEachCallOf(*info, member, visit);
+  }
+}
+
 std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company) {
   std::vector<Sent> statements;
   for (const Dialect dialect : {Dialect::Server, Dialect::Desktop}) {
@@ -153,9 +165,10 @@ std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company) {
                                {"CurrencyInfo.CieIsForeignCurrencyUsed", foreign}},
                  .trace = &trace});
       host.install();
-      for (const ClassInfo* const info : QuorAccQueries::allClasses()) {
-        for (const Member& member : info->members) callVaried(*info, member);
-      }
+      forEachCall([](const std::string&, const Call& call) {
+        std::vector<Value> values;
+        (void)call(values);
+      });
     }
     std::set<std::string> known;
     for (std::string line; std::getline(trace, line);) {

@@ -1,6 +1,7 @@
 // The statements that the component itself sends.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,8 +19,16 @@ struct Sent {
   std::vector<QuorDataLib::Value> values;
 };
 
-/// What all members of all classes send in both dialects, called with nothing set, with everything
-/// set, and mixed in many ways: each statement once. Some members change the company.
+/// A call of a member on a new object, with the arguments that come back in `values`. Returns what
+/// the member returns.
+using Call = std::function<QuorDataLib::Value(std::vector<QuorDataLib::Value>& values)>;
+
+/// Gives `visit` calls of every member of every class: with nothing set, with everything set, with
+/// each argument turned against all others, and mixed as chance has it. `what` tells them apart.
+void forEachCall(const std::function<void(const std::string& what, const Call& call)>& visit);
+
+/// What all these calls send in both dialects: each statement once. Some members change the
+/// company.
 [[nodiscard]] std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company);
 
 }  // namespace QuorHost::Sql::Testing
