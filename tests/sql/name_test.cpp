@@ -31,6 +31,8 @@ TEST(Names, AreRefusedWhenTheyLeadNowhereOrToTwoPlaces) {
       {"SELECT H.Code FROM Head", "Unknown table or alias 'H'"},
       {"SELECT Head.Code FROM Head AS H", "Unknown table or alias 'Head'"},
       {"SELECT X.* FROM Head", "Unknown table or alias 'X'"},
+      {"SELECT Aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa\xC3\xA9\xC3\xA9 FROM Head",
+       "near 'Aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa...')"},
       {"SELECT Code FROM Head, Line", "Ambiguous column 'Code': 'Head' and 'Line' have one"},
       {"SELECT 1 FROM Head, Head", "FROM has two tables called 'Head'"},
       {"SELECT Head.Code, Line.Code FROM Head, Line ORDER BY Code", "Ambiguous column 'Code'"},
