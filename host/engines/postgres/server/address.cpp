@@ -3,6 +3,7 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <memory>
 
@@ -78,8 +79,24 @@ std::string withParameters(std::string_view text, const Keep& keep) {
 }
 
 bool isOtherMachine(std::string_view host) {
-  return !host.empty() && !host.starts_with('/') && host != "localhost" && host != "127.0.0.1" &&
-         host != "::1";
+  constexpr std::array<std::string_view, 4> kThisOne{"", "localhost", "127.0.0.1", "::1"};
+  return !host.starts_with('/') && !host.starts_with('@') &&
+         std::ranges::find(kThisOne, host) == kThisOne.end();
+}
+
+/// Whether one of `hosts`, separated by commas, is.
+bool nameOtherMachine(std::string_view hosts) {
+  for (;;) {
+    const std::size_t comma = hosts.find(',');
+    if (isOtherMachine(hosts.substr(0, comma))) return true;
+    if (comma == std::string_view::npos) return false;
+    hosts.remove_prefix(comma + 1);
+  }
+}
+
+std::string environment(const char* name) {
+  const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): read only
+  return value == nullptr ? "" : value;
 }
 
 }  // namespace
@@ -117,17 +134,18 @@ Address readAddress(std::string_view text) {
         "see that names and values behind the question mark are what the server's client "
         "knows, and that special characters are written as %XX");
   }
-  std::string host;
-  bool saysMode = std::getenv("PGSSLMODE") != nullptr;  // NOLINT(concurrency-mt-unsafe)
+  std::string hosts;
+  bool saysMode = !environment("PGSSLMODE").empty();
   for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
     if (option->val == nullptr) continue;
     const std::string_view name = option->keyword;
-    if (name == "host") host = option->val;
+    if (name == "host" || name == "hostaddr") hosts.append(option->val).append(",");
     if (name == "sslmode") saysMode = true;
     address.names.emplace_back(name);
     address.values.emplace_back(option->val);
   }
-  if (!saysMode && isOtherMachine(host)) {
+  if (hosts.empty()) hosts = environment("PGHOST") + "," + environment("PGHOSTADDR");
+  if (!saysMode && nameOtherMachine(hosts)) {
     address.names.emplace_back("sslmode");
     address.values.emplace_back("verify-full");
   }
