@@ -271,13 +271,6 @@ TEST(AgingReport, aLimitCutsLinesButNoTotals) {
             1U);
 }
 
-TEST(AgingReport, byCurrencyHasAHeadingForEachCurrency) {
-  AgingContext byCurrency = context();
-  byCurrency.byCurrency = true;
-  const std::string text = report(twoCustomers(), byCurrency, Format::Table);
-  EXPECT_THAT(text, testing::HasSubstr("\n\nUSD\n\nC9 Acme"));
-}
-
 TEST(AgingReport, barsAreForTerminals) {
   EXPECT_THAT(report(twoCustomers(), context(), Format::Table, true), testing::HasSubstr("100%"));
 }

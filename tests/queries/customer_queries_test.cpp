@@ -16,7 +16,6 @@ using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::Error;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Lines = std::vector<std::string>;
@@ -221,22 +220,6 @@ TEST_F(CustomerCompany, ProjectCostsNeedNoExtraFields) {
                 ElementsAre("-7|-7|1|6|INV"));
     const auto other = company_->host(dialect, {{"Param.QuorAcctParams.WIPGLBankAccount", "4000"}});
     EXPECT_THAT(lines(CCustomerQueries().OpenCustCostByProject(1, {}, 0, 0, "")), IsEmpty());
-  }
-}
-
-TEST_F(CustomerCompany, EachDialectRefusesTheOthersText) {
-  // The statement of one dialect sent to the other engine, as a host of the wrong type would.
-  const auto server = company_->host(fixture::Dialect::Server);
-  const auto serverConnection = server->connection();
-  const auto desktop = company_->host(fixture::Dialect::Desktop);
-  CCustomerQueries queries;
-  queries.SetCustomConnection(serverConnection);
-  try {
-    queries.OpenCustAgingTransactions(true, 0, {}, "", "", "", "", false, false);
-    FAIL();
-  } catch (const Error& error) {
-    EXPECT_THAT(error.description(), HasSubstr("IIf"));
-    EXPECT_THAT(error.description(), HasSubstr("line"));
   }
 }
 
