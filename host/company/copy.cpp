@@ -63,6 +63,10 @@ void fill(Store& from, Store& to, const Progress& progress) {
 
 void copyCompany(const std::string& from, const std::string& to, bool force,
                  const Progress& progress) {
+  if (isServer(to) && from == to) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "'" + shownCompany(to) + "' is the company itself: name another schema");
+  }
   const std::shared_ptr<Store> source = openCompany(from, Access::Read);
   const std::unique_ptr<Snapshot> moment = source->hold();
   if (isServer(to)) {

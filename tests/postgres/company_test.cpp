@@ -93,6 +93,7 @@ TEST_F(PostgresCompany, AppearsWholeOrNotAtAll) {
                std::runtime_error);
   EXPECT_EQ(cluster->run("SELECT count(*) FROM pg_namespace WHERE nspname = 'nowhere'"), "0");
   copyCompany(small, address, true);
+  raised(ErrorNumber::InvalidArgument, [&] { copyCompany(address, address, true); });
 
   cluster->run("CREATE SCHEMA other; CREATE TABLE other.mine (id int)");
   for (const bool force : {false, true}) {

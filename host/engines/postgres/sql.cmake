@@ -36,6 +36,7 @@ add_library(quoracc_postgres
   ${CMAKE_CURRENT_LIST_DIR}/server/server_error.cpp
   ${CMAKE_CURRENT_LIST_DIR}/store.cpp
   ${CMAKE_CURRENT_LIST_DIR}/transaction.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/write/calls.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/kept_totals_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/postgres_form.cpp
   ${CMAKE_CURRENT_LIST_DIR}/write/sql_writer.cpp)

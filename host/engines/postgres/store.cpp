@@ -94,7 +94,7 @@ void ServerStore::make() {
     }
     // Whoever uses it is waited for, but not for ever.
     link.run("SET LOCAL lock_timeout = '10s'; DROP SCHEMA " + schema +
-             " CASCADE; SET LOCAL lock_timeout = 0");
+             " CASCADE; SET LOCAL lock_timeout = '60s'");
   }
   if (link.number("SELECT count(*) FROM pg_class WHERE relnamespace = to_regnamespace(" +
                   Link::literal(schema) + ")") > 0) {

@@ -104,8 +104,9 @@ void Database::hold() {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "A snapshot is held already: drop it before the next one is taken");
   }
-  // The moment is that of the first statement.
-  pin([this] { return reading(); }, "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY; SELECT 1",
+  // The moment is that of the first statement. It also keeps the company from being replaced.
+  pin([this] { return reading(); },
+      "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY; SELECT 1 FROM quor_catalogue LIMIT 1",
       false);
 }
 

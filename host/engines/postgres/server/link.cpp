@@ -25,7 +25,7 @@ std::string settings(const Address& address, Access access) {
          "; SET client_encoding = 'UTF8'; SET DateStyle = 'ISO, YMD'; SET extra_float_digits = 1;"
          " SET standard_conforming_strings = on; SET jit = off; SET work_mem = '64MB';"
          " SET cursor_tuple_fraction = 1; SET synchronize_seqscans = off;"
-         " SET client_min_messages = error; SET TIME ZONE " +
+         " SET client_min_messages = error; SET lock_timeout = '60s'; SET TIME ZONE " +
          timeZone() + (access == Access::Read ? "; SET default_transaction_read_only = on" : "");
 }
 
