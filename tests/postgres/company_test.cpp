@@ -145,5 +145,22 @@ TEST_F(PostgresCompany, IsFilledByImportAsAFileIs) {
   EXPECT_THAT(store->integrityFindings(), testing::ElementsAre(HasSubstr("GLDetTotals")));
 }
 
+TEST_F(PostgresCompany, NotesWhichCostsNoLongerHold) {
+  std::vector<std::string> exports;
+  for (const std::string& company : {folder.file("company"), cluster->company("costs")}) {
+    createCompany(company, {.sample = true});
+    const auto store = openCompany(company, Access::Write);
+    std::istringstream csv(
+        "InTrxId,ExItemId,DetDate,Type,SeqNo,ExSrcKeyVal,Qty,Cost\n"
+        "900001,1,2023-02-01,1,1,1,2,3\n900002,2,2024-02-01,1,1,1,2,3\n");
+    importCsv(*store, "InvenDet", csv, false);
+    exports.push_back(exported(*store, "InvenDet"));
+  }
+  // A row that was changed stands elsewhere on a server.
+  EXPECT_EQ(sortedLines(exports[0]), sortedLines(exports[1]));
+  EXPECT_EQ(cluster->run("SELECT count(*) > 0 FROM costs.invendet WHERE runningvaluesdirty = 2"),
+            "t");
+}
+
 }  // namespace
 }  // namespace QuorHost::Testing

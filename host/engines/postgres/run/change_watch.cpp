@@ -12,16 +12,21 @@ namespace {
 std::string nameOf(std::string_view name) { return Link::quoted(Sql::lowerName(name)); }
 
 /// Notes the row as it is before (`OLD`) or after (`NEW`) the change.
-std::string note(const WatchedTable& watched, const std::string& row) {
-  return "INSERT INTO pg_temp.quor_changes VALUES (" + row + "." + nameOf(watched.key) + ", " +
-         row + "." + nameOf(watched.date) +
-         ") ON CONFLICT (key) DO UPDATE SET date = least(quor_changes.date, excluded.date);";
+std::string note(const WatchedTable& watched, const std::string& log, const std::string& row) {
+  const auto column = [&](const std::string& name) { return row + "." + nameOf(name); };
+  return "INSERT INTO pg_temp." + log + " SELECT " + column(watched.key) + ", " +
+         (watched.date.empty() ? "NULL" : column(watched.date)) + " WHERE " +
+         (watched.positive.empty() ? "TRUE" : column(watched.positive) + " > 0") +
+         " ON CONFLICT (key) DO UPDATE SET date = least(" + log + ".date, excluded.date);";
 }
 
 }  // namespace
 
 ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable& watched)
-    : database_(std::move(database)), table_(nameOf(watched.table)) {
+    : database_(std::move(database)),
+      table_(nameOf(watched.table)),
+      log_(nameOf("quor_changes_" + watched.table)),
+      function_("pg_temp." + nameOf("quor_note_" + watched.table)) {
   if (!database_->inTransaction()) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "Changes on a server are noted inside a transaction: begin one first");
@@ -30,33 +35,32 @@ ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable&
   for (const std::string& column : watched.columns) {
     columns += (columns.empty() ? "" : ", ") + nameOf(column);
   }
-  const std::string before = note(watched, "OLD");
-  const std::string after = note(watched, "NEW");
+  const std::string before = note(watched, log_, "OLD");
+  const std::string after = note(watched, log_, "NEW");
   database_->changing().run(
-      "CREATE TEMP TABLE quor_changes (key integer PRIMARY KEY, date timestamp) ON COMMIT DROP; "
-      "CREATE FUNCTION pg_temp.quor_note() RETURNS trigger LANGUAGE plpgsql AS $quor$ BEGIN "
-      "IF TG_OP <> 'INSERT' THEN " +
-      before + " END IF; IF TG_OP <> 'DELETE' THEN " + after +
+      "CREATE TEMP TABLE " + log_ +
+      " (key integer PRIMARY KEY, date timestamp) ON COMMIT DROP; CREATE FUNCTION " + function_ +
+      "() RETURNS trigger LANGUAGE plpgsql AS $quor$ BEGIN IF TG_OP <> 'INSERT' THEN " + before +
+      " END IF; IF TG_OP <> 'DELETE' THEN " + after +
       " END IF; RETURN NULL; END $quor$; CREATE TRIGGER quor_note AFTER INSERT OR DELETE OR UPDATE "
       "OF " +
-      columns + " ON " + table_ + " FOR EACH ROW EXECUTE FUNCTION pg_temp.quor_note()");
+      columns + " ON " + table_ + " FOR EACH ROW EXECUTE FUNCTION " + function_ + "()");
 }
 
 ChangeWatch::~ChangeWatch() {
-  // After a failure the transaction takes them back.
-  if (!database_->inTransaction()) return;
   try {
-    database_->changing().run(
-        "DROP TRIGGER quor_note ON " + table_ +
-        "; DROP FUNCTION pg_temp.quor_note(); DROP TABLE pg_temp.quor_changes");
-  } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch): see above
+    // After a failure the transaction takes them back.
+    if (!database_->inTransaction()) return;
+    database_->changing().run("DROP TRIGGER quor_note ON " + table_ + "; DROP FUNCTION " +
+                              function_ + "(); DROP TABLE pg_temp." + log_);
+  } catch (...) {  // NOLINT(bugprone-empty-catch): see above
   }
 }
 
 std::vector<ChangeLog::Change> ChangeWatch::take() {
   std::vector<Change> changes;
   const Result rows = database_->changing().run(
-      "SELECT key, to_char(date, 'YYYY-MM-DD HH24:MI:SS') FROM pg_temp.quor_changes ORDER BY key");
+      "SELECT key, to_char(date, 'YYYY-MM-DD HH24:MI:SS') FROM pg_temp." + log_ + " ORDER BY key");
   for (int row = 0; row < PQntuples(rows.get()); ++row) {
     Change change;
     const std::string_view key = textAt(rows, row, 0);

@@ -19,7 +19,9 @@ class ChangeWatch final : public ChangeLog {
 
  private:
   std::shared_ptr<Database> database_;
-  std::string table_;
+  std::string table_;  // quoted, as the others are
+  std::string log_;
+  std::string function_;
 };
 
 }  // namespace QuorHost::Postgres
