@@ -21,7 +21,6 @@ namespace {
 
 using namespace QuorAccQueries;
 using QuorDataLib::Error;
-using QuorDataLib::ErrorNumber;
 using QuorDataLib::Parameters;
 
 TEST(Root, KeepsQueryObjectsAndHandsOutFreshHelpers) {

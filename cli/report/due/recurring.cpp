@@ -6,7 +6,6 @@ namespace QuorCli {
 
 using QuorAccQueries::CTermHelper;
 using QuorAccQueries::CTrxRecHelper;
-using QuorDataLib::Currency;
 using QuorDataLib::Date;
 using QuorDataLib::Value;
 
