@@ -206,6 +206,20 @@ TEST_F(PostgresServer, RefusesWhatAFileRefuses) {
               HasSubstr("command timeout of 1 second"));
 }
 
+TEST_F(PostgresServer, LimitsTheStatementsOfAConnectionAlone) {
+  addEntries(*server, 4000);
+  const auto held = openCompanyFile(address(), Access::Read);
+  const auto moment = held->hold();
+  const auto limited = held->connect(Sql::Dialect::Server);
+  limited->SetCommandTimeout(1);
+  EXPECT_EQ(only(limited, "SELECT COUNT(*) FROM Entry").toLong(), 4000);
+  // Takes longer than that.
+  EXPECT_EQ(only(held->connect(Sql::Dialect::Server),
+                 "SELECT COUNT(*) FROM Entry A, Entry B WHERE A.Amnt + B.Amnt = -1")
+                .toLong(),
+            0);
+}
+
 TEST_F(PostgresServer, KeepsWhatLiesOpenAndOneMomentForAll) {
   constexpr int kRows = 20'000;
   addEntries(*server, kRows);

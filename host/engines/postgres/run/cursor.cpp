@@ -49,12 +49,8 @@ void ServerCursor::startOn(const std::shared_ptr<Session>& session) {
   own_ = !database_->pinned();
   Link& link = session->link;
   session_ = session;
-  if (own_) {
-    link.limit(limit_);
-    link.run("BEGIN READ ONLY");
-  } else if (limit_ > 0) {
-    link.limit(limit_);
-  }
+  link.limit(limit_);
+  if (own_) link.run("BEGIN READ ONLY");
   setLive(true);
   link.run("DECLARE " + name_ + " NO SCROLL CURSOR FOR " + source_->translation.sql, arguments_,
            source_->text);
