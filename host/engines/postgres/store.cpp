@@ -10,7 +10,6 @@
 #include "host/engines/postgres/transaction.h"
 #include "host/engines/postgres/write/sql_writer.h"
 #include "host/sql/front_end.h"
-#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost::Postgres {
@@ -122,7 +121,7 @@ void ServerStore::afterCommit() {
   std::string tables;
   for (const Sql::Relation& relation : catalogue_.relations()) {
     if (relation.kind != Sql::Relation::Kind::Table && relation.keptOf.empty()) continue;
-    tables += (tables.empty() ? "" : ", ") + Link::quoted(Sql::lowerName(relation.name));
+    tables += (tables.empty() ? "" : ", ") + Link::nameOf(relation.name);
   }
   database_->changing().run("ANALYZE " + tables);
 }

@@ -3,17 +3,14 @@
 #include <charconv>
 #include <utility>
 
-#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost::Postgres {
 namespace {
 
-std::string nameOf(std::string_view name) { return Link::quoted(Sql::lowerName(name)); }
-
 /// Notes the row as it is before (`OLD`) or after (`NEW`) the change.
 std::string note(const WatchedTable& watched, const std::string& log, const std::string& row) {
-  const auto column = [&](const std::string& name) { return row + "." + nameOf(name); };
+  const auto column = [&](const std::string& name) { return row + "." + Link::nameOf(name); };
   return "INSERT INTO pg_temp." + log + " SELECT " + column(watched.key) + ", " +
          (watched.date.empty() ? "NULL" : column(watched.date)) + " WHERE " +
          (watched.positive.empty() ? "TRUE" : column(watched.positive) + " > 0") +
@@ -24,16 +21,16 @@ std::string note(const WatchedTable& watched, const std::string& log, const std:
 
 ChangeWatch::ChangeWatch(std::shared_ptr<Database> database, const WatchedTable& watched)
     : database_(std::move(database)),
-      table_(nameOf(watched.table)),
-      log_(nameOf("quor_changes_" + watched.table)),
-      function_("pg_temp." + nameOf("quor_note_" + watched.table)) {
+      table_(Link::nameOf(watched.table)),
+      log_(Link::nameOf("quor_changes_" + watched.table)),
+      function_("pg_temp." + Link::nameOf("quor_note_" + watched.table)) {
   if (!database_->inTransaction()) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "Changes on a server are noted inside a transaction: begin one first");
   }
   std::string columns;
   for (const std::string& column : watched.columns) {
-    columns += (columns.empty() ? "" : ", ") + nameOf(column);
+    columns += (columns.empty() ? "" : ", ") + Link::nameOf(column);
   }
   const std::string before = note(watched, log_, "OLD");
   const std::string after = note(watched, log_, "NEW");

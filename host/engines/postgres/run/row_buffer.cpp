@@ -5,7 +5,6 @@
 
 #include "host/engines/postgres/run/values.h"
 #include "host/engines/postgres/server/server_error.h"
-#include "host/sql/names.h"
 #include "platform/error.h"
 #include "platform/values/shown_text.h"
 
@@ -59,11 +58,11 @@ RowBuffer::RowBuffer(std::shared_ptr<Database> database, const Sql::Relation& ta
     const Sql::Column* const column = table.find(name);
     if (column == nullptr) refuseStatement("Table " + table.name + " has no column " + name);
     columns_.push_back(*column);
-    names += (names.empty() ? "" : ", ") + Link::quoted(Sql::lowerName(column->name));
+    names += (names.empty() ? "" : ", ") + Link::nameOf(column->name);
   }
   if (columns_.empty()) refuseStatement("Rows of table " + table.name + " need a column");
   rows_ = database_->waitingRows(
-      order, "COPY " + Link::quoted(Sql::lowerName(table.name)) + " (" + names + ") FROM STDIN");
+      order, "COPY " + Link::nameOf(table.name) + " (" + names + ") FROM STDIN");
 }
 
 void RowBuffer::add(std::span<const QuorDataLib::Value> values) {

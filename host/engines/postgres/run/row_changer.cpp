@@ -4,7 +4,6 @@
 
 #include "host/engines/postgres/run/values.h"
 #include "host/engines/postgres/server/server_error.h"
-#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost::Postgres {
@@ -12,8 +11,6 @@ namespace {
 
 using Rows::FieldValue;
 using Rows::KeptRows;
-
-std::string nameOf(std::string_view name) { return Link::quoted(Sql::lowerName(name)); }
 
 /// `piece` of each field and the number of its marker, with `separator` between them.
 template <class Piece>
@@ -33,7 +30,7 @@ ServerRowChanger::ServerRowChanger(std::shared_ptr<Database> database, std::stri
                                    const std::vector<Sql::ResultColumn>& columns)
     : database_(std::move(database)), table_(std::move(table)), columns_(columns) {
   for (const Sql::ResultColumn& column : columns_) {
-    returning_ += (returning_.empty() ? " RETURNING " : ", ") + nameOf(column.name);
+    returning_ += (returning_.empty() ? " RETURNING " : ", ") + Link::nameOf(column.name);
   }
 }
 
@@ -65,12 +62,12 @@ KeptRows ServerRowChanger::store(const std::string& sql,
 }
 
 KeptRows ServerRowChanger::insert(std::span<const FieldValue> fields) {
-  const std::string into = "INSERT INTO " + nameOf(table_);
+  const std::string into = "INSERT INTO " + Link::nameOf(table_);
   std::vector<Argument> arguments;
   addArguments(fields, arguments);
   if (fields.empty()) return store(into + " DEFAULT VALUES" + returning_, arguments);
   const auto name = [](const FieldValue& field, const std::string&) {
-    return nameOf(field.column);
+    return Link::nameOf(field.column);
   };
   const auto marker = [](const FieldValue&, const std::string& number) { return number; };
   return store(into + " (" + joined(fields, ", ", 1, name) + ") VALUES (" +
@@ -84,15 +81,16 @@ KeptRows ServerRowChanger::update(std::span<const FieldValue> fields,
   addArguments(fields, arguments);
   addArguments(key, arguments);
   const auto assignment = [](const FieldValue& field, const std::string& marker) {
-    return nameOf(field.column) + " = " + marker;
+    return Link::nameOf(field.column) + " = " + marker;
   };
   const auto condition = [](const FieldValue& field, const std::string& marker) {
     const bool text = field.type == Sql::Type::Text;
-    return nameOf(field.column) + (text ? "::bpchar = " + marker + "::bpchar" : " = " + marker);
+    return Link::nameOf(field.column) +
+           (text ? "::bpchar = " + marker + "::bpchar" : " = " + marker);
   };
   KeptRows stored =
-      store("UPDATE " + nameOf(table_) + " SET " + joined(fields, ", ", 1, assignment) + " WHERE " +
-                joined(key, " AND ", fields.size() + 1, condition) + returning_,
+      store("UPDATE " + Link::nameOf(table_) + " SET " + joined(fields, ", ", 1, assignment) +
+                " WHERE " + joined(key, " AND ", fields.size() + 1, condition) + returning_,
             arguments);
   if (stored.size() == 0) {
     refuseStatement("The row of table " + table_ + " is no longer there: somebody has removed it");

@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "host/engines/postgres/server/server_error.h"
+#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost::Postgres {
@@ -41,6 +42,7 @@ std::string doubled(std::string_view text, char quote) {
 }  // namespace
 
 std::string Link::quoted(std::string_view name) { return doubled(name, '"'); }
+std::string Link::nameOf(std::string_view name) { return quoted(Sql::lowerName(name)); }
 std::string Link::literal(std::string_view text) { return doubled(text, '\''); }
 
 Link::Link(const Address& address, Access access) {

@@ -73,6 +73,8 @@ class Link {
 
   /// `name` in quotes, as it stands.
   [[nodiscard]] static std::string quoted(std::string_view name);
+  /// The name of a table or column of the company, which the server has in lower case, quoted.
+  [[nodiscard]] static std::string nameOf(std::string_view name);
   /// A text literal.
   [[nodiscard]] static std::string literal(std::string_view text);
 
