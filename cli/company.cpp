@@ -60,7 +60,8 @@ int backup(const CompanyOptions& options, Console& console) {
 
 int copy(const CompanyOptions& options, Console& console) {
   withProgress(console, [&](const QuorHost::Progress& progress) {
-    QuorHost::copyCompany(options.file, options.copy, options.create.force, progress);
+    QuorHost::copyCompany(options.file, options.copy, options.create.force, progress,
+                          options.create.readers);
   });
   const auto store = QuorHost::openCompany(options.copy, Access::Read);
   printMade(QuorHost::shownCompany(options.copy), QuorHost::describeCompany(*store), console);
@@ -151,6 +152,15 @@ void addCompany(CLI::App& program, Action& action) {
     command->add_flag("--force", options->create.force, "Replace what is there");
   };
   addForce(creating);
+  const auto addReader = [&](CLI::App* command) {
+    command
+        ->add_option(
+            "--reader", options->create.readers,
+            "A role of the server that may read the company and do no more; may be repeated")
+        ->type_name("ROLE")
+        ->allow_extra_args(false);
+  };
+  addReader(creating);
 
   CLI::App* const backing = add("backup", "Copy a company, also while it is in use", backup);
   backing->add_option("TO", options->copy, "The file to copy it to")->option_text(" ")->required();
@@ -161,6 +171,7 @@ void addCompany(CLI::App& program, Action& action) {
       ->option_text(" ")
       ->required();
   addForce(copying);
+  addReader(copying);
 
   CLI::App* const importing = add("import", "Load a CSV file into a table", importRows);
   importing->add_option("TABLE", options->table, "The table")->option_text(" ")->required();

@@ -36,13 +36,16 @@ struct CreateOptions {
   Chart chart = Chart::Fixed;
   /// Replace an existing file, which nobody may be using.
   bool force = false;
+  /// Roles of the server that may read the company and do no more.
+  std::vector<std::string> readers;
 };
 
 /// Makes a company file: the schema, its parameters and, on request, the sample. The file appears
 /// at `path` complete or not at all; an existing one is refused without `force`, and with it stays
 /// as it is until the new one is complete. Only the owner may read and write a new file; one that
 /// is replaced hands its mode and owner down. Where `path` is a link, it stays, and the file that
-/// it leads to is meant. Raises 5, and 75 for an old file that is in use, with what to do.
+/// it leads to is meant. On a server the same holds of the schema. Raises 5, and 75 for an old file
+/// that is in use, with what to do.
 void createCompany(const std::string& path, const CreateOptions& options,
                    const Progress& progress = {});
 
@@ -55,9 +58,9 @@ void backupCompany(const std::string& path, const std::string& copy, bool force,
 /// either, too: its tables, views and indexes with all rows, as they are at one moment. What is at
 /// `to` appears complete or not at all; what was there is replaced only with `force`, a file as
 /// `createCompany` replaces one, on a server nothing but another company. Others may use the
-/// company meanwhile.
+/// company meanwhile. `readers` are as in `CreateOptions`.
 void copyCompany(const std::string& from, const std::string& to, bool force,
-                 const Progress& progress = {});
+                 const Progress& progress = {}, const std::vector<std::string>& readers = {});
 
 /// Opens a company as `openCompanyFile` does. One of an older schema is brought up to this
 /// one: for writing in the file itself, in one transaction; for reading in a copy in the folder for

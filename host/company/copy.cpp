@@ -62,7 +62,8 @@ void fill(Store& from, Store& to, const Progress& progress) {
 }  // namespace
 
 void copyCompany(const std::string& from, const std::string& to, bool force,
-                 const Progress& progress) {
+                 const Progress& progress, const std::vector<std::string>& readers) {
+  const OnServer onServer{.replace = force, .readers = readers};
   if (isServer(to) && from == to) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "'" + shownCompany(to) + "' is the company itself: name another schema");
@@ -70,11 +71,11 @@ void copyCompany(const std::string& from, const std::string& to, bool force,
   const std::shared_ptr<Store> source = openCompany(from, Access::Read);
   const std::unique_ptr<Snapshot> moment = source->hold();
   if (isServer(to)) {
-    fill(*source, *createCompanyFile(to, Durability::Full, force), progress);
+    fill(*source, *createCompanyFile(to, Durability::Full, onServer), progress);
     return;
   }
   NewFile file(to, force);
-  fill(*source, *createCompanyFile(file.path(), Durability::Bulk), progress);
+  fill(*source, *createCompanyFile(file.path(), Durability::Bulk, onServer), progress);
   file.putInPlace();
 }
 

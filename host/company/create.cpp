@@ -29,12 +29,13 @@ void createCompany(const std::string& path, const CreateOptions& options,
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "The scale must be from 1 to " + std::to_string(kLargestScale));
   }
+  const OnServer onServer{.replace = options.force, .readers = options.readers};
   if (isServer(path)) {
-    fill(*createCompanyFile(path, Durability::Full, options.force), options, progress);
+    fill(*createCompanyFile(path, Durability::Full, onServer), options, progress);
     return;
   }
   NewFile file(path, options.force);
-  fill(*createCompanyFile(file.path(), Durability::Bulk), options, progress);
+  fill(*createCompanyFile(file.path(), Durability::Bulk, onServer), options, progress);
   file.putInPlace();
 }
 

@@ -126,7 +126,7 @@ bool accountsShareNumbers(Store& store) {
 
 /// Adds what the company's schema lacks, all or nothing.
 void bringUp(Store& store) {
-  const std::unique_ptr<Transaction> transaction = store.begin();
+  const std::unique_ptr<Transaction> transaction = store.beginToDefine();
   // Another process may have been faster.
   const int version = store.schemaVersion();
   if (version >= kNewestSchemaVersion) return;

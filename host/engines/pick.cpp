@@ -27,8 +27,8 @@ std::shared_ptr<Store> openOnServer(const std::string& company, Access access) {
   return Postgres::openServer(company, access, Sqlite::compareTexts);
 }
 
-std::shared_ptr<Store> createOnServer(const std::string& company, bool replace) {
-  return Postgres::createServer(company, replace, Sqlite::compareTexts);
+std::shared_ptr<Store> createOnServer(const std::string& company, const OnServer& how) {
+  return Postgres::createServer(company, how, Sqlite::compareTexts);
 }
 
 }  // namespace
@@ -55,7 +55,7 @@ std::shared_ptr<Store> openOnServer(const std::string& /*company*/, Access /*acc
   refuseServers();
 }
 
-std::shared_ptr<Store> createOnServer(const std::string& /*company*/, bool /*replace*/) {
+std::shared_ptr<Store> createOnServer(const std::string& /*company*/, const OnServer& /*how*/) {
   refuseServers();
 }
 
@@ -71,15 +71,22 @@ std::shared_ptr<Store> openChangedCopy(const std::string& path,
                                        const std::function<void(Store&)>& change) {
   if (isServer(path)) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A company on a server is not brought up to date in a copy: open it for "
-                       "writing once");
+                       "on a server that is done when somebody who may change it opens it for "
+                       "writing (quoracc sql --write \"SELECT COUNT(*) FROM CieInfo\" --company "
+                       "...)");
   }
   return Sqlite::openFileCopy(path, change);
 }
 
 std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability,
-                                         bool replace) {
-  return isServer(path) ? createOnServer(path, replace) : Sqlite::createFile(path, durability);
+                                         const OnServer& onServer) {
+  if (isServer(path)) return createOnServer(path, onServer);
+  if (!onServer.readers.empty()) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "A file knows no roles: who may read it is a matter of its permissions, and "
+                       "--reader of companies on servers");
+  }
+  return Sqlite::createFile(path, durability);
 }
 
 std::unique_ptr<SoleUse> takeAlone(const std::string& path) {

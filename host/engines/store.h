@@ -104,6 +104,10 @@ class Store : public std::enable_shared_from_this<Store> {
 
   [[nodiscard]] virtual std::unique_ptr<Transaction> begin() = 0;
 
+  /// The same, for changes of definitions: of several programs that want to make some, one begins
+  /// when the others have ended, and knows what they have made.
+  [[nodiscard]] virtual std::unique_ptr<Transaction> beginToDefine() { return begin(); }
+
   /// Reads the company as it is now until the snapshot is dropped. Raises 5 when the company was
   /// opened for writing, or when a snapshot is held already.
   [[nodiscard]] virtual std::unique_ptr<Snapshot> hold() = 0;
@@ -199,13 +203,23 @@ inline constexpr std::size_t kCompanyHeaderSize = 100;
 /// what `openCompanyFile` raises where there is nothing to look at.
 [[nodiscard]] std::vector<std::string> companyFileFindings(const std::string& path);
 
+/// How a new company on a server comes to be.
+struct OnServer {
+  /// In place of the company that is there, of nothing else.
+  bool replace = false;
+  /// Roles that may read all that the company holds, also what later versions of the schema bring,
+  /// and do no more. They must be there already.
+  std::vector<std::string> readers;
+};
+
 /// Makes an empty database at `path`, where nothing or an empty file may be: raises 75 otherwise,
 /// or when the file cannot be made. Only its owner may read and write it. The file of a bulk store
 /// is whole and on the disk after a commit, and when the store has been closed; before that, only
 /// this store can use it. Where `path` is a connection, the company comes to be with the store's
-/// first transaction, in a schema that is not there or empty, or with `replace` in place of the
-/// company that is; a file is never replaced.
+/// first transaction, in a schema that is not there or empty, as `onServer` says; a file is never
+/// replaced and has no readers: raises 5 where it is to have some.
 [[nodiscard]] std::shared_ptr<Store> createCompanyFile(const std::string& path,
-                                                       Durability durability, bool replace = false);
+                                                       Durability durability,
+                                                       const OnServer& onServer = {});
 
 }  // namespace QuorHost

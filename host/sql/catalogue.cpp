@@ -40,6 +40,14 @@ void Catalogue::add(Relation relation) {
   }
 }
 
+Catalogue Catalogue::without(std::string_view name) const {
+  Catalogue others;
+  for (const Relation& relation : relations_) {
+    if (!sameName(relation.name, name)) others.add(relation);
+  }
+  return others;
+}
+
 std::vector<const Relation*> Catalogue::keptTotals(const Relation& table) const {
   std::vector<const Relation*> found;
   for (const Relation& relation : relations_) {

@@ -69,6 +69,9 @@ class Catalogue {
   /// Notes an index of `table` that begins with `column`; both are known.
   void addIndex(std::string_view table, std::string_view column);
 
+  /// All but one of the relations, whose name is free then.
+  [[nodiscard]] Catalogue without(std::string_view name) const;
+
   /// The views of totals of `table` that are kept.
   [[nodiscard]] std::vector<const Relation*> keptTotals(const Relation& table) const;
 

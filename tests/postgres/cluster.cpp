@@ -27,7 +27,7 @@ fs::path serverPrograms() {
 }
 
 /// Starts a program, which the server's own must not be run by root; it ends with this process.
-pid_t start(std::vector<std::string> words) {
+pid_t startProgram(std::vector<std::string> words) {
   std::vector<std::string> all{"setpriv", "--pdeathsig", "QUIT"};
   if (::geteuid() == 0) {
     all.insert(all.end(), {"--reuid", "nobody", "--regid", "nogroup", "--clear-groups"});
@@ -59,42 +59,58 @@ Cluster* Cluster::instance() {
   return &cluster;
 }
 
-Cluster::Cluster(const fs::path& programs) {
+Cluster::Cluster(const fs::path& programs) : programs_(programs) {
   // A socket's path is short: so is the folder's.
   std::string name = "/tmp/qpg-XXXXXX";
   if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
   folder_ = name;
   fs::permissions(folder_, fs::perms::all);
-  const std::string data = (folder_ / "data").string();
   int status = 0;
-  ::waitpid(start({(programs / "initdb").string(), "--no-sync", "-A", "trust", "-U", "quor", "-E",
-                   "UTF8", "--locale=C", "-D", data}),
+  ::waitpid(launch({"initdb", "--no-sync", "-A", "trust", "-U", "quor", "-E", "UTF8", "--locale=C",
+                    "-D", (folder_ / "data").string()}),
             &status, 0);
   if (status != 0) throw std::runtime_error("initdb failed");
-  server_ = start({(programs / "postgres").string(), "-D", data, "-k", folder_.string(), "-c",
-                   "listen_addresses=", "-c", "fsync=off", "-c", "autovacuum=off"});
+  start();
+}
+
+Cluster::~Cluster() {
+  stop();
+  std::error_code error;
+  fs::remove_all(folder_, error);
+}
+
+pid_t Cluster::launch(std::vector<std::string> words) const {
+  words.front() = (programs_ / words.front()).string();
+  return startProgram(std::move(words));
+}
+
+void Cluster::start() {
+  server_ = launch({"postgres", "-D", (folder_ / "data").string(), "-k", folder_.string(), "-c",
+                    "listen_addresses=", "-c", "fsync=off", "-c", "autovacuum=off"});
   for (int i = 0; PQping(company("public").c_str()) != PQPING_OK; ++i) {
     if (i == 500) throw std::runtime_error("the server does not start");
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
   }
 }
 
-Cluster::~Cluster() {
+void Cluster::stop() {
   ::kill(server_, SIGQUIT);
   ::waitpid(server_, nullptr, 0);
-  std::error_code error;
-  fs::remove_all(folder_, error);
 }
 
-std::string Cluster::company(const std::string& name) const {
-  const std::string server = "postgresql://quor@/postgres?host=" + folder_.string();
+std::string Cluster::company(const std::string& name) const { return companyAs("quor", name); }
+
+std::string Cluster::companyAs(const std::string& role, const std::string& name) const {
+  const std::string server = "postgresql://" + role + "@/postgres?host=" + folder_.string();
   return name == "public" ? server : server + "&schema=" + name;
 }
 
 std::string Cluster::run(const std::string& sql) const {
   const std::unique_ptr<PGconn, Finish> connection(PQconnectdb(company("public").c_str()));
+  PQsetNoticeProcessor(connection.get(), [](void*, const char*) {}, nullptr);
   PGresult* const result = PQexec(connection.get(), sql.c_str());
-  std::string value = PQntuples(result) > 0 ? PQgetvalue(result, 0, 0) : "";
+  std::string value =
+      PQntuples(result) > 0 ? PQgetvalue(result, 0, 0) : PQresultErrorMessage(result);
   PQclear(result);
   return value;
 }

@@ -17,7 +17,7 @@ class PostgresServer : public testing::Test {
  protected:
   void SetUp() override {
     if (cluster == nullptr) GTEST_SKIP() << "no PostgreSQL server is installed";
-    server = createCompanyFile(address(), Durability::Full, true);
+    server = createCompanyFile(address(), Durability::Full, {.replace = true});
     file = createCompanyFile(folder.file("company"), Durability::Full);
     for (const auto& store : both()) defineSmallSchema(*store);
     connection = server->connect(Sql::Dialect::Server);
@@ -170,23 +170,34 @@ TEST_F(PostgresServer, ComputesAsAFileDoes) {
 
 TEST_F(PostgresServer, RefusesWhatAFileRefuses) {
   for (const auto& store : both()) {
-    execute(store->connect(Sql::Dialect::Server), "INSERT INTO Account (AcctNo) VALUES ('1')");
+    const auto to = store->connect(Sql::Dialect::Server);
+    execute(to, "INSERT INTO Currency (InCurrencyId, Code) VALUES (3, 'CAD')");
+    execute(to, "INSERT INTO Account (AcctNo, ExCurrencyId) VALUES ('1', 3)");
   }
   struct Refused {
     const char* sql;
     const char* why;
+    // What a server says beyond that, in the spelling of the definitions.
+    const char* where = "";
   };
   for (const Refused& refused :
-       {Refused{"INSERT INTO Account (AcctNo) VALUES ('1 ')", "must be unique"},
-        Refused{"INSERT INTO Account (AcctNo) VALUES (NULL)", "cannot be null"},
-        Refused{"INSERT INTO Account (AcctNo, ExCurrencyId) VALUES ('2', 5)", "foreign key"},
-        Refused{"UPDATE Account SET Descr = 'longer than ten'", "longer than 10 characters"},
+       {Refused{"INSERT INTO Account (AcctNo) VALUES ('1 ')", "must be unique",
+                "in AcctNo of table Account"},
+        Refused{"INSERT INTO Account (AcctNo) VALUES (NULL)", "cannot be null",
+                "in AcctNo of table Account"},
+        Refused{"INSERT INTO Account (AcctNo, ExCurrencyId) VALUES ('2', 5)", "foreign key",
+                "Column ExCurrencyId of table Account would hold 5, but table Currency"},
+        Refused{"DELETE FROM Currency", "foreign key",
+                "Rows of table Account point at 3 in InCurrencyId of the row of table Currency"},
+        Refused{"UPDATE Account SET Descr = 'longer than ten'", "longer than 10 characters",
+                "Descr of table Account"},
         Refused{"UPDATE Account SET Kind = 1 / Balance", "division by zero"},
         Refused{"UPDATE Account SET Nothing = 1", "Nothing"}}) {
     for (const auto& store : both()) {
-      EXPECT_THAT(raised(QuorDataLib::kStatementRefused,
-                         [&] { execute(store->connect(Sql::Dialect::Server), refused.sql); }),
-                  HasSubstr(refused.why));
+      EXPECT_THAT(
+          raised(QuorDataLib::kStatementRefused,
+                 [&] { execute(store->connect(Sql::Dialect::Server), refused.sql); }),
+          testing::AllOf(HasSubstr(refused.why), HasSubstr(store == server ? refused.where : "")));
     }
   }
   const auto reader = openCompanyFile(address(), Access::Read);
@@ -213,11 +224,17 @@ TEST_F(PostgresServer, LimitsTheStatementsOfAConnectionAlone) {
   const auto limited = held->connect(Sql::Dialect::Server);
   limited->SetCommandTimeout(1);
   EXPECT_EQ(only(limited, "SELECT COUNT(*) FROM Entry").toLong(), 4000);
+  // One that lies open goes on under its own limit, whoever spoke last, and so do its batches.
+  const auto lying =
+      open(limited,
+           "SELECT A.EntryNo FROM Entry A, Entry B WHERE A.EntryNo < 3 OR A.Amnt + B.Amnt = -1");
   // Takes longer than that.
   EXPECT_EQ(only(held->connect(Sql::Dialect::Server),
                  "SELECT COUNT(*) FROM Entry A, Entry B WHERE A.Amnt + B.Amnt = -1")
                 .toLong(),
             0);
+  EXPECT_THAT(raised(QuorDataLib::kStatementRefused, [&] { (void)rest(lying); }),
+              HasSubstr("command timeout of 1 second"));
 }
 
 TEST_F(PostgresServer, KeepsWhatLiesOpenAndOneMomentForAll) {

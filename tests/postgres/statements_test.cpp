@@ -21,15 +21,29 @@ using Sql::Testing::BothForms;
 using Sql::Testing::Sent;
 using Sql::Testing::Values;
 
+// The release build compares the rows of all statements. With the sanitizers, which slow everything
+// down, some of those for one chart do: what they find is in the engine, not in a statement.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t kCharts = 1;
+constexpr std::size_t kEvery = 4;
+constexpr std::size_t kRows = 1'000;
+#else
+constexpr std::size_t kCharts = Sql::Testing::kAllCharts;
+constexpr std::size_t kEvery = 1;
+constexpr std::size_t kRows = 10'000;
+#endif
+
 /// One company, in a file and on a server.
 struct Twins {
   std::shared_ptr<Store> file;
   std::shared_ptr<Store> server;
 
-  Twins(const std::string& path, const std::string& address) {
-    copyCompany(path, address, true);
+  /// On the server a role reads that may do no more.
+  Twins(const std::string& path, const Cluster& cluster, const std::string& name) {
+    cluster.run("CREATE ROLE statements LOGIN");
+    copyCompany(path, cluster.company(name), true, {}, {"statements"});
     file = openCompany(path, Access::Read);
-    server = openCompany(address, Access::Read);
+    server = openCompany(cluster.companyAs("statements", name), Access::Read);
   }
 };
 
@@ -67,8 +81,8 @@ TEST(PostgresStatements, GiveTheRowsOfAFile) {
   if (cluster == nullptr) GTEST_SKIP() << "no PostgreSQL server is installed";
   const fixture::CompanyFile company(CreateOptions{.sample = true});
   const std::vector<Sent> statements =
-      Sql::Testing::componentStatements(openCompany(company.path(), Access::Write));
-  const Twins sample(company.path(), cluster->company("sample"));
+      Sql::Testing::componentStatements(openCompany(company.path(), Access::Write), kCharts);
+  const Twins sample(company.path(), *cluster, "sample");
 
   const fixture::CompanyFile empty;
   const std::string path = empty.path() + "-untidy";
@@ -99,18 +113,19 @@ TEST(PostgresStatements, GiveTheRowsOfAFile) {
     define(true);
     store->setSchemaVersion(kNewestSchemaVersion);
   }
-  const Twins untidy(path, cluster->company("untidy"));
+  const Twins untidy(path, *cluster, "untidy");
 
   const Sql::Testing::Database translator(company.path(), sample.file->catalogue());
   std::size_t rows = 0;
-  for (const Sent& sent : statements) {
+  for (std::size_t i = 0; i < statements.size(); i += kEvery) {
+    const Sent& sent = statements[i];
     SCOPED_TRACE(sent.text);
     const Sql::Translation translation = translator.translate(sent.text, sent.dialect);
     if (translation.columns.empty()) continue;
     rows += expectSameRows(sample, sent, sent.values, translation);
     rows += expectSameRows(untidy, sent, Sql::Testing::markerValues(translation), translation);
   }
-  EXPECT_GT(rows, 10'000U);
+  EXPECT_GT(rows, kRows);
   std::filesystem::remove(path);
 }
 

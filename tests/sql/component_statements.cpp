@@ -1,8 +1,10 @@
 #include "sql/component_statements.h"
 
+#include <array>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
+#include <span>
 #include <sstream>
 #include <utility>
 
@@ -152,12 +154,14 @@ void forEachCall(const std::function<void(const std::string& what, const Call& c
   }
 }
 
-std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company) {
+std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company, std::size_t charts) {
+  // Kinds of charts, and whether there are foreign currencies.
+  constexpr std::array<std::pair<const char*, const char*>, kAllCharts> kCharts{
+      {{"1", "True"}, {"2", "False"}, {"3", "True"}}};
   std::vector<Sent> statements;
   for (const Dialect dialect : {Dialect::Server, Dialect::Desktop}) {
     std::stringstream trace;
-    // Kinds of charts, and whether there are foreign currencies.
-    for (const auto& [chart, foreign] : {std::pair("1", "True"), {"2", "False"}, {"3", "True"}}) {
+    for (const auto& [chart, foreign] : std::span(kCharts).first(charts)) {
       Host host({.store = company,
                  .dialect = dialect,
                  .onError = OnError::Leave,

@@ -27,8 +27,12 @@ using Call = std::function<QuorDataLib::Value(std::vector<QuorDataLib::Value>& v
 /// each argument turned against all others, and mixed as chance has it. `what` tells them apart.
 void forEachCall(const std::function<void(const std::string& what, const Call& call)>& visit);
 
-/// What all these calls send in both dialects: each statement once. Some members change the
-/// company.
-[[nodiscard]] std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company);
+/// Kinds of charts that a company may have.
+inline constexpr std::size_t kAllCharts = 3;
+
+/// What all these calls send in both dialects, to companies of as many kinds of charts: each
+/// statement once. Some members change the company.
+[[nodiscard]] std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company,
+                                                    std::size_t charts = kAllCharts);
 
 }  // namespace QuorHost::Sql::Testing

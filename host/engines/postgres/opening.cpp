@@ -7,14 +7,13 @@ namespace QuorHost::Postgres {
 
 std::shared_ptr<Store> openServer(const std::string& address, Access access, CompareTexts compare) {
   return std::make_shared<ServerStore>(
-      std::make_shared<Database>(readAddress(address), access, compare), Making::None);
+      std::make_shared<Database>(readAddress(address), access, compare));
 }
 
-std::shared_ptr<Store> createServer(const std::string& address, bool replace,
+std::shared_ptr<Store> createServer(const std::string& address, const OnServer& how,
                                     CompareTexts compare) {
   return std::make_shared<ServerStore>(
-      std::make_shared<Database>(readAddress(address), Access::Write, compare),
-      replace ? Making::Replacing : Making::New);
+      std::make_shared<Database>(readAddress(address), Access::Write, compare), how);
 }
 
 }  // namespace QuorHost::Postgres

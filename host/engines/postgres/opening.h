@@ -19,8 +19,8 @@ using CompareTexts = int (*)(std::string_view, std::string_view) noexcept;
                                                 CompareTexts compare);
 
 /// A company that is made with its first transaction, whole or not at all, in a schema that is not
-/// there, or empty, or with `replace` another company's. Raises what opening raises.
-[[nodiscard]] std::shared_ptr<Store> createServer(const std::string& address, bool replace,
+/// there, or empty, or another company's that it replaces. Raises what opening raises.
+[[nodiscard]] std::shared_ptr<Store> createServer(const std::string& address, const OnServer& how,
                                                   CompareTexts compare);
 
 }  // namespace QuorHost::Postgres

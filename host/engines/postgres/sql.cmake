@@ -29,6 +29,8 @@ add_library(quoracc_postgres
   ${CMAKE_CURRENT_LIST_DIR}/run/row_buffer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/run/row_changer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/run/values.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/schema/growth.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/schema/readers.cpp
   ${CMAKE_CURRENT_LIST_DIR}/schema/stored_catalogue.cpp
   ${CMAKE_CURRENT_LIST_DIR}/server/address.cpp
   ${CMAKE_CURRENT_LIST_DIR}/server/database.cpp

@@ -5,6 +5,8 @@
 #include "host/engines/postgres/connection.h"
 #include "host/engines/postgres/run/change_watch.h"
 #include "host/engines/postgres/run/row_buffer.h"
+#include "host/engines/postgres/schema/growth.h"
+#include "host/engines/postgres/schema/readers.h"
 #include "host/engines/postgres/schema/stored_catalogue.h"
 #include "host/engines/postgres/server/server_error.h"
 #include "host/engines/postgres/transaction.h"
@@ -24,16 +26,19 @@ bool isDefinition(StatementKind kind) {
 
 }  // namespace
 
-ServerStore::ServerStore(std::shared_ptr<Database> database, Making making)
-    : database_(std::move(database)), making_(making) {
-  if (making_ != Making::None) return;
-  requireCompany(database_->reading()->link, database_->address());
+ServerStore::ServerStore(std::shared_ptr<Database> database) : database_(std::move(database)) {
+  Link& link = database_->reading()->link;
+  if (writable()) renewFunctions(link, database_->address());
+  requireCompany(link, database_->address());
   readDefinitions();
 }
 
+ServerStore::ServerStore(std::shared_ptr<Database> database, OnServer making)
+    : database_(std::move(database)), making_(std::move(making)) {}
+
 void ServerStore::readDefinitions() {
   StoredCatalogue stored = readStoredCatalogue(database_->reading()->link, database_->address());
-  catalogue_ = std::move(stored.catalogue);
+  database_->catalogue() = std::move(stored.catalogue);
   definitions_ = std::move(stored.definitions);
   database_->cache().clear();
 }
@@ -53,7 +58,7 @@ QuorDataLib::Ref<QuorDataLib::Connection> ServerStore::connect(Sql::Dialect dial
 void ServerStore::define(std::string_view statement) {
   requireWritable();
   const Sql::Translation definition =
-      Sql::translate(statement, Sql::Dialect::Server, catalogue_, SqlWriter());
+      Sql::translate(statement, Sql::Dialect::Server, database_->catalogue(), SqlWriter());
   if (!isDefinition(definition.kind)) {
     refuseStatement("Only a CREATE statement defines a table, a view or an index");
   }
@@ -67,27 +72,32 @@ void ServerStore::define(std::string_view statement) {
   Link& link = database_->changing();
   link.run(definition.sql, statement);
   storeDefinition(link, statement, definition);
-  Sql::enter(definition, catalogue_);
+  Sql::enter(definition, database_->catalogue());
   definitions_.emplace_back(statement);
   database_->cache().clear();
   definedInTransaction_ = true;
 }
 
-void ServerStore::redefine(std::string_view table, std::string_view /*statement*/) {
-  refuseStatement("The table " + std::string(table) +
-                  " on a server cannot be made anew: copy the company to a file, and back to "
-                  "another schema (quoracc company copy)");
+void ServerStore::redefine(std::string_view table, std::string_view statement) {
+  requireWritable();
+  if (!database_->pinned()) {
+    const std::unique_ptr<Transaction> transaction = begin();
+    redefine(table, statement);
+    transaction->commit();
+    return;
+  }
+  growTable(database_->changing(), catalogue(), table, statement);
+  definedInTransaction_ = true;
+  readDefinitions();
 }
 
-void ServerStore::make() {
+void ServerStore::make(const OnServer& how) {
   Link& link = database_->changing();
   const Address& address = database_->address();
   const std::string schema = Link::quoted(address.schema);
-  const std::string name = Link::literal(address.schema);
-  // Two that make the same company at the same time come one after the other.
-  link.run("SELECT pg_advisory_xact_lock(hashtext(" + name + "))");
+  lockDefinitions(link, address);
   if (holdsCompany(link)) {
-    if (making_ != Making::Replacing) {
+    if (!how.replace) {
       refuseServer(address.shown,
                    "holds a company already: choose another schema, or have it replaced (--force)");
     }
@@ -103,6 +113,7 @@ void ServerStore::make() {
   }
   link.run("CREATE SCHEMA IF NOT EXISTS " + schema);
   createFoundations(link);
+  for (const std::string& role : how.readers) letRead(link, address, role);
 }
 
 std::unique_ptr<Transaction> ServerStore::begin() {
@@ -110,16 +121,29 @@ std::unique_ptr<Transaction> ServerStore::begin() {
   definedInTransaction_ = false;
   auto transaction = std::make_unique<ServerTransaction>(
       std::static_pointer_cast<ServerStore>(shared_from_this()));
-  if (making_ != Making::None) make();
+  if (making_) make(*making_);
   return transaction;
 }
 
+std::unique_ptr<Transaction> ServerStore::beginToDefine() {
+  std::unique_ptr<Transaction> transaction = begin();
+  if (making_) return transaction;
+  lockDefinitions(database_->changing(), database_->address());
+  requireCompany(database_->changing(), database_->address());
+  readDefinitions();
+  return transaction;
+}
+
+void ServerStore::beforeCommit() {
+  if (definedInTransaction_) handDownReading(database_->changing(), catalogue());
+}
+
 void ServerStore::afterCommit() {
-  making_ = Making::None;
+  making_.reset();
   if (!std::exchange(definedInTransaction_, false)) return;
   // New tables have no statistics yet, and plans without them are poor ones.
   std::string tables;
-  for (const Sql::Relation& relation : catalogue_.relations()) {
+  for (const Sql::Relation& relation : catalogue().relations()) {
     if (relation.kind != Sql::Relation::Kind::Table && relation.keptOf.empty()) continue;
     tables += (tables.empty() ? "" : ", ") + Link::nameOf(relation.name);
   }
@@ -129,13 +153,10 @@ void ServerStore::afterCommit() {
 void ServerStore::afterRollBack() noexcept {
   if (!std::exchange(definedInTransaction_, false)) return;
   try {
-    if (making_ == Making::None) {
-      readDefinitions();
-    } else {
-      catalogue_ = {};
-      definitions_.clear();
-      database_->cache().clear();
-    }
+    if (!making_) return readDefinitions();
+    database_->catalogue() = {};
+    definitions_.clear();
+    database_->cache().clear();
   } catch (...) {  // NOLINT(bugprone-empty-catch): the server refuses statements on what is gone
   }
 }
@@ -152,9 +173,9 @@ std::unique_ptr<Snapshot> ServerStore::hold() {
 std::unique_ptr<RowWriter> ServerStore::writer(const std::string& table,
                                                const std::vector<std::string>& columns) {
   requireWritable();
-  const Sql::Relation* const relation = catalogue_.find(table);
+  const Sql::Relation* const relation = catalogue().find(table);
   if (relation == nullptr) refuseStatement("There is no table " + table);
-  const auto order = static_cast<std::size_t>(relation - catalogue_.relations().data());
+  const auto order = static_cast<std::size_t>(relation - catalogue().relations().data());
   return std::make_unique<RowBuffer>(database_, *relation, order, columns);
 }
 
@@ -164,7 +185,7 @@ std::unique_ptr<ChangeLog> ServerStore::watch(const WatchedTable& watched) {
 }
 
 std::vector<std::string> ServerStore::integrityFindings() {
-  return schemaFindings(database_->reading()->link, catalogue_);
+  return schemaFindings(database_->reading()->link, catalogue());
 }
 
 void ServerStore::copyTo(

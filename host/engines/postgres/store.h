@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,28 +15,21 @@
 
 namespace QuorHost::Postgres {
 
-/// How a new company comes to be.
-enum class Making : std::uint8_t {
-  /// It is there already.
-  None,
-  /// With the first transaction, in place of nothing or of an empty schema.
-  New,
-  /// The same, or in place of another company.
-  Replacing,
-};
-
 class ServerStore final : public Store {
  public:
-  /// Reads the catalogue, or makes the company with the first transaction.
-  ServerStore(std::shared_ptr<Database> database, Making making);
+  /// Reads the catalogue.
+  explicit ServerStore(std::shared_ptr<Database> database);
+  /// Makes the company with the first transaction.
+  ServerStore(std::shared_ptr<Database> database, OnServer making);
 
-  [[nodiscard]] const Sql::Catalogue& catalogue() const override { return catalogue_; }
+  [[nodiscard]] const Sql::Catalogue& catalogue() const override { return database_->catalogue(); }
   [[nodiscard]] std::vector<std::string> definitions() const override { return definitions_; }
   [[nodiscard]] bool writable() const override { return database_->writable(); }
   QuorDataLib::Ref<QuorDataLib::Connection> connect(Sql::Dialect dialect) override;
   void define(std::string_view statement) override;
   void redefine(std::string_view table, std::string_view statement) override;
   std::unique_ptr<Transaction> begin() override;
+  std::unique_ptr<Transaction> beginToDefine() override;
   std::unique_ptr<Snapshot> hold() override;
   std::unique_ptr<RowWriter> writer(const std::string& table,
                                     const std::vector<std::string>& columns) override;
@@ -53,6 +47,8 @@ class ServerStore final : public Store {
   /// Raises a refused statement, with what to do, when the company was opened for reading.
   void requireWritable() const;
 
+  /// The transaction is to be kept: what was defined in it is for all who may read the company.
+  void beforeCommit();
   /// The transaction was kept, or all of it was undone.
   void afterCommit();
   void afterRollBack() noexcept;
@@ -60,11 +56,10 @@ class ServerStore final : public Store {
  private:
   void readDefinitions();
   /// Makes what every company has, in the open transaction.
-  void make();
+  void make(const OnServer& how);
 
   std::shared_ptr<Database> database_;
-  Making making_;
-  Sql::Catalogue catalogue_;
+  std::optional<OnServer> making_;  // until the company is there
   std::vector<std::string> definitions_;
   bool definedInTransaction_ = false;
 };

@@ -22,6 +22,7 @@ void ServerTransaction::commit() {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "The transaction was committed before");
   }
+  store_->beforeCommit();
   store_->database()->commit();
   std::exchange(store_, nullptr)->afterCommit();
 }

@@ -17,15 +17,6 @@
 namespace QuorHost::Sqlite {
 namespace {
 
-/// The catalogue without one of its relations, so that its name is free.
-Sql::Catalogue without(const Sql::Catalogue& catalogue, std::string_view name) {
-  Sql::Catalogue others;
-  for (const Sql::Relation& relation : catalogue.relations()) {
-    if (!Sql::sameName(relation.name, name)) others.add(relation);
-  }
-  return others;
-}
-
 std::string sharedColumns(const Sql::Relation& before, const Sql::Relation& after) {
   std::string names;
   for (const Sql::Column& column : after.columns) {
@@ -107,7 +98,7 @@ void remakeTable(Database& database, const Sql::Catalogue& catalogue, std::strin
   const Sql::Relation* const before = catalogue.find(table);
   if (before == nullptr) refuseStatement("There is no table " + std::string(table));
   const Sql::Translation definition =
-      Sql::translate(statement, Sql::Dialect::Server, without(catalogue, table), SqlWriter());
+      Sql::translate(statement, Sql::Dialect::Server, catalogue.without(table), SqlWriter());
   if (definition.kind != Sql::StatementKind::CreateTable ||
       !Sql::sameName(definition.created.name, table)) {
     refuseStatement("Only a CREATE TABLE of the same name makes a table anew");

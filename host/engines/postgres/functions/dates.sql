@@ -1,6 +1,6 @@
 -- Dates and times, to the second, from the year 100 to the year 9999.
 
-CREATE FUNCTION quor_dated(timestamp) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_dated(timestamp) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -9,7 +9,7 @@ BEGIN
 END $$;
 
 -- A text in any of the forms that a date is written in.
-CREATE FUNCTION quor_date(bpchar) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_date(bpchar) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -42,21 +42,21 @@ BEGIN
   PERFORM quor_fail(format('''%s'' is not a date', quor_raw($1)));
 END $$;
 
-CREATE FUNCTION quor_date_text(timestamp) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_date_text(timestamp) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN (CASE WHEN $1 = date_trunc('day', $1) THEN to_char($1, 'YYYY-MM-DD')
                   ELSE to_char($1, 'YYYY-MM-DD HH24:MI:SS') END)::bpchar;
 
-CREATE FUNCTION quor_seconds(timestamp) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_seconds(timestamp) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
   RETURN extract(epoch FROM $1) + 2209161600;
 
 -- Days since 1899-12-30; the time of day counts away from zero.
-CREATE FUNCTION quor_serial(timestamp) RETURNS float8
+CREATE OR REPLACE FUNCTION quor_serial(timestamp) RETURNS float8
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN floor(quor_seconds($1) / 86400)::float8
     + CASE WHEN quor_seconds($1) < 0 THEN -1 ELSE 1 END
       * (quor_seconds($1) - floor(quor_seconds($1) / 86400) * 86400)::float8 / 86400;
 
-CREATE FUNCTION quor_later(timestamp, numeric) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_later(timestamp, numeric) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -64,7 +64,7 @@ BEGIN
   RETURN quor_dated($1 + make_interval(secs => $2::float8));
 END $$;
 
-CREATE FUNCTION quor_date_add(bigint, timestamp, text) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_date_add(bigint, timestamp, text) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -79,7 +79,7 @@ BEGIN
     WHEN 'second' THEN 1 WHEN 'week' THEN 604800 ELSE 86400 END);
 END $$;
 
-CREATE FUNCTION quor_date_diff(timestamp, timestamp, text) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_date_diff(timestamp, timestamp, text) RETURNS bigint
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -101,7 +101,7 @@ BEGIN
 END $$;
 
 -- (year, month, day), each of which may lie outside its range.
-CREATE FUNCTION quor_date_of(bigint, bigint, bigint) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_date_of(bigint, bigint, bigint) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -114,7 +114,7 @@ BEGIN
 END $$;
 
 -- (date, days and fraction of a day)
-CREATE FUNCTION quor_add_days(timestamp, float8) RETURNS timestamp
+CREATE OR REPLACE FUNCTION quor_add_days(timestamp, float8) RETURNS timestamp
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -122,6 +122,6 @@ BEGIN
   RETURN quor_later($1, (sign($2) * floor(abs($2 * 86400) + 0.5))::bigint::numeric);
 END $$;
 
-CREATE FUNCTION quor_days_between(timestamp, timestamp) RETURNS float8
+CREATE OR REPLACE FUNCTION quor_days_between(timestamp, timestamp) RETURNS float8
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN (quor_seconds($1) - quor_seconds($2))::float8 / 86400;

@@ -1,32 +1,32 @@
 -- Exact arithmetic, rounding, and conversions between numbers and texts. Modes of rounding: 0 halves
 -- to even, 1 halves away from zero, 2 down, 3 up, 4 towards zero.
 
-CREATE FUNCTION quor_half_even(numeric) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_half_even(numeric) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN abs(mod($1, 1)) = 0.5 THEN round($1 / 2) * 2 ELSE round($1) END;
 
 -- Money by money, rounded to the ten-thousandth.
-CREATE FUNCTION quor_multiply(numeric, numeric) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_multiply(numeric, numeric) RETURNS numeric
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN abs(mod($1 * $2 * 10000, 1)) = 0.5 THEN round($1 * $2 * 5000) * 0.0002
                ELSE round($1 * $2, 4) END;
 
 -- Money by money, cut to the ten-thousandth.
-CREATE FUNCTION quor_ratio(numeric, numeric) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_ratio(numeric, numeric) RETURNS numeric
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN div($1 * 10000, $2) * 0.0001;
 
 -- Sum by count: halves to even, or cut.
-CREATE FUNCTION quor_mean(numeric, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_mean(numeric, bigint) RETURNS numeric
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN (div($1 * 10000, $2) + CASE
       WHEN 2 * abs(mod($1 * 10000, $2)) > $2
         OR (2 * abs(mod($1 * 10000, $2)) = $2 AND mod(div($1 * 10000, $2), 2) <> 0)
       THEN sign($1) ELSE 0 END) * 0.0001;
-CREATE FUNCTION quor_mean_cut(numeric, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_mean_cut(numeric, bigint) RETURNS numeric
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN div($1 * 10000, $2) * 0.0001;
 
-CREATE FUNCTION quor_round_exact(numeric, bigint, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_round_exact(numeric, bigint, bigint) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -43,15 +43,15 @@ BEGIN
 END $$;
 
 -- Money has four places, and whole numbers none, whatever more are asked for.
-CREATE FUNCTION quor_round_money(numeric, bigint, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_round_money(numeric, bigint, bigint) RETURNS numeric
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN $2 >= 4 THEN $1 ELSE quor_round_exact($1, $2, $3) END;
-CREATE FUNCTION quor_round_whole(bigint, bigint, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_round_whole(bigint, bigint, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN $2 >= 0 THEN $1 ELSE quor_round_exact($1::numeric, $2, $3)::bigint END;
 
 -- On the shortest decimal digits: 2.675 is 267.5 hundredths, although the double is a little less.
-CREATE FUNCTION quor_round(float8, bigint, bigint) RETURNS float8
+CREATE OR REPLACE FUNCTION quor_round(float8, bigint, bigint) RETURNS float8
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -66,7 +66,7 @@ BEGIN
   RETURN quor_round_far($1::text::numeric, $2, $3)::float8;
 END $$;
 
-CREATE FUNCTION quor_round_far(numeric, bigint, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_round_far(numeric, bigint, bigint) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -77,7 +77,7 @@ BEGIN
   RETURN CASE WHEN $2 > 0 THEN trim_scale(rounded) * ('1e-' || $2)::numeric ELSE rounded * factor END;
 END $$;
 
-CREATE FUNCTION quor_whole(numeric, numeric, numeric) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_whole(numeric, numeric, numeric) RETURNS bigint
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -86,16 +86,16 @@ BEGIN
 END $$;
 
 -- (number or text, 1 to cut or 0 to round halves to even) as a whole number of 32 or 16 bits.
-CREATE FUNCTION quor_cut(numeric, bigint) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_cut(numeric, bigint) RETURNS numeric IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN $2 = 1 THEN trunc($1) ELSE quor_half_even($1) END;
-CREATE FUNCTION quor_cut(float8, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_cut(float8, bigint) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
   IF abs($1) > 1e15 THEN PERFORM quor_overflow(); END IF;
   RETURN (CASE WHEN $2 = 1 THEN trunc($1) ELSE round($1) END)::bigint;
 END $$;
-CREATE FUNCTION quor_cut(bpchar, bigint) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_cut(bpchar, bigint) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -107,28 +107,28 @@ BEGIN
   RETURN quor_cut(number, $2);
 END $$;
 
-CREATE FUNCTION quor_long(numeric, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_long(numeric, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -2147483648, 2147483647);
-CREATE FUNCTION quor_long(float8, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_long(float8, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -2147483648, 2147483647);
-CREATE FUNCTION quor_long(bpchar, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_long(bpchar, bigint) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -2147483648, 2147483647);
-CREATE FUNCTION quor_integer(numeric, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_integer(numeric, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -32768, 32767);
-CREATE FUNCTION quor_integer(float8, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_integer(float8, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -32768, 32767);
-CREATE FUNCTION quor_integer(bpchar, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_integer(bpchar, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_whole(quor_cut($1, $2), -32768, 32767);
 
-CREATE FUNCTION quor_is_numeric(bpchar) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_is_numeric(bpchar) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
   RETURN CASE WHEN quor_raw($1) COLLATE "C" ~
        '^[ \t\r\n\v\f]*[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([eE][+-]?[0-9]+)?[ \t\r\n\v\f]*$'
      THEN 1 ELSE 0 END::bigint;
 
-CREATE FUNCTION quor_number(bpchar) RETURNS float8
+CREATE OR REPLACE FUNCTION quor_number(bpchar) RETURNS float8
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -139,7 +139,7 @@ BEGIN
 END $$;
 
 -- Rounded on the exact value of the double, halves to even.
-CREATE FUNCTION quor_money(float8) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_money(float8) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -163,7 +163,7 @@ BEGIN
       THEN 1 ELSE 0 END) * 0.0001;
 END $$;
 
-CREATE FUNCTION quor_money(bpchar) RETURNS numeric
+CREATE OR REPLACE FUNCTION quor_money(bpchar) RETURNS numeric
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -177,11 +177,11 @@ BEGIN
   RETURN amount;
 END $$;
 
-CREATE FUNCTION quor_money_text(numeric) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_money_text(numeric) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN trim_scale($1)::text::bpchar;
 
 -- Numbers of ordinary size are written out.
-CREATE FUNCTION quor_number_text(float8) RETURNS bpchar
+CREATE OR REPLACE FUNCTION quor_number_text(float8) RETURNS bpchar
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN (CASE WHEN $1 = 0 THEN '0'
                WHEN abs($1) >= 1e-5 AND abs($1) < 1e15 THEN trim_scale($1::text::numeric)::text

@@ -1,7 +1,7 @@
 -- What triggers of the company's tables do.
 
 -- Lets an identity go on behind the largest number, after rows that bring their own.
-CREATE FUNCTION quor_go_on() RETURNS trigger LANGUAGE plpgsql
+CREATE OR REPLACE FUNCTION quor_go_on() RETURNS trigger LANGUAGE plpgsql
   SET search_path FROM CURRENT AS $$
 DECLARE
   col text := TG_ARGV[0];

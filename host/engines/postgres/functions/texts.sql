@@ -3,25 +3,25 @@
 -- Texts. They are compared as bpchar, for which blanks at the end count for nothing; what is stored
 -- keeps them, and quor_raw is the text with them.
 
-CREATE FUNCTION quor_raw(bpchar) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_raw(bpchar) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
   RETURN textin(bpcharout($1));
 
 -- Ends a statement with a message of its own.
-CREATE FUNCTION quor_fail(message text) RETURNS text LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_fail(message text) RETURNS text LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
   RAISE EXCEPTION USING MESSAGE = message, ERRCODE = 'QU001';
 END $$;
 
 -- Ends a statement with an overflow.
-CREATE FUNCTION quor_overflow() RETURNS void LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_overflow() RETURNS void LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
   RAISE EXCEPTION USING MESSAGE = 'overflow', ERRCODE = '22003';
 END $$;
 
 -- A value that does not fit its column; checks of columns call it.
-CREATE FUNCTION quor_misfit(value text, col text, tbl text, wrong text) RETURNS boolean
+CREATE OR REPLACE FUNCTION quor_misfit(value text, col text, tbl text, wrong text) RETURNS boolean
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -29,23 +29,23 @@ BEGIN
     MESSAGE = format('Column %s of table %s cannot hold %s, which %s', col, tbl, left(value, 200), wrong);
 END $$;
 
-CREATE FUNCTION quor_join(bpchar, bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_join(bpchar, bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN (textin(bpcharout($1)) || textin(bpcharout($2)))::bpchar;
 
-CREATE FUNCTION quor_size(bigint) RETURNS int LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_size(bigint) RETURNS int LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
   IF $1 < 0 THEN PERFORM quor_fail('a text cannot have a length of ' || $1); END IF;
   RETURN least($1, 1000000000);
 END $$;
 
-CREATE FUNCTION quor_left(bpchar, bigint) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_left(bpchar, bigint) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN left(quor_raw($1), quor_size($2))::bpchar;
 
-CREATE FUNCTION quor_right(bpchar, bigint) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_right(bpchar, bigint) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN right(quor_raw($1), quor_size($2))::bpchar;
 
-CREATE FUNCTION quor_middle(bpchar, bigint, bigint) RETURNS bpchar
+CREATE OR REPLACE FUNCTION quor_middle(bpchar, bigint, bigint) RETURNS bpchar
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 BEGIN
@@ -53,35 +53,35 @@ BEGIN
   RETURN substr(quor_raw($1), least($2, 1000000000)::int, quor_size($3))::bpchar;
 END $$;
 
-CREATE FUNCTION quor_middle(bpchar, bigint) RETURNS bpchar
+CREATE OR REPLACE FUNCTION quor_middle(bpchar, bigint) RETURNS bpchar
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_middle($1, $2, 1000000000);
 
 -- A start before the text takes from the length.
-CREATE FUNCTION quor_substring(bpchar, bigint, bigint) RETURNS bpchar
+CREATE OR REPLACE FUNCTION quor_substring(bpchar, bigint, bigint) RETURNS bpchar
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN substr(quor_raw($1), greatest(least($2, 1000000000), -1000000000)::int, quor_size($3))::bpchar;
 
-CREATE FUNCTION quor_length(bpchar) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_length(bpchar) RETURNS bigint IMMUTABLE STRICT PARALLEL SAFE
   RETURN char_length(quor_raw($1))::bigint;
 
-CREATE FUNCTION quor_trim(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_trim(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN btrim(quor_raw($1))::bpchar;
-CREATE FUNCTION quor_trim_left(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_trim_left(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN ltrim(quor_raw($1))::bpchar;
-CREATE FUNCTION quor_trim_right(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_trim_right(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN rtrim(quor_raw($1))::bpchar;
 
-CREATE FUNCTION quor_lower(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_lower(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN lower(quor_raw($1) COLLATE pg_catalog."und-x-icu")::bpchar COLLATE quor;
-CREATE FUNCTION quor_upper(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_upper(bpchar) RETURNS bpchar IMMUTABLE STRICT PARALLEL SAFE
   RETURN upper(quor_raw($1) COLLATE pg_catalog."und-x-icu")::bpchar COLLATE quor;
 
 -- Without regard to case, to be compared letter by letter.
-CREATE FUNCTION quor_fold(bpchar) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_fold(bpchar) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
   RETURN translate(lower(quor_raw($1) COLLATE pg_catalog."und-x-icu") COLLATE "C", 'ς', 'σ');
 
-CREATE FUNCTION quor_place(bpchar, bpchar, bigint, boolean) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_place(bpchar, bpchar, bigint, boolean) RETURNS bigint
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -97,16 +97,16 @@ BEGIN
   RETURN CASE WHEN place = 0 THEN 0 ELSE place + first - 1 END;
 END $$;
 
-CREATE FUNCTION quor_find(bpchar, bpchar, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_find(bpchar, bpchar, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_place($1, $2, $3, false);
-CREATE FUNCTION quor_find_from(bpchar, bpchar, bigint) RETURNS bigint
+CREATE OR REPLACE FUNCTION quor_find_from(bpchar, bpchar, bigint) RETURNS bigint
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_place($1, $2, $3, true);
 
 -- A pattern of LIKE as a regular expression over folded text; the second argument is 1 for the
 -- desktop dialect's wildcards.
-CREATE FUNCTION quor_pattern(bpchar, bigint) RETURNS text
+CREATE OR REPLACE FUNCTION quor_pattern(bpchar, bigint) RETURNS text
   LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE
   SET search_path FROM CURRENT AS $$
 DECLARE
@@ -163,11 +163,11 @@ BEGIN
   RETURN result || '$';
 END $$;
 
-CREATE FUNCTION quor_code(text) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
+CREATE OR REPLACE FUNCTION quor_code(text) RETURNS text IMMUTABLE STRICT PARALLEL SAFE
   RETURN '\U' || lpad(to_hex(ascii($1)), 8, '0');
 
 -- Blanks at the end of the text count for nothing, except where the pattern asks for them.
-CREATE FUNCTION quor_like(bpchar, bpchar, bigint) RETURNS boolean
+CREATE OR REPLACE FUNCTION quor_like(bpchar, bpchar, bigint) RETURNS boolean
   IMMUTABLE STRICT PARALLEL SAFE
   RETURN quor_fold($1) COLLATE "C" ~ quor_pattern($2, $3)
       OR rtrim(quor_fold($1)) COLLATE "C" ~ quor_pattern($2, $3);

@@ -59,6 +59,7 @@ void ServerCursor::startOn(const std::shared_ptr<Session>& session) {
 }
 
 void ServerCursor::fetch(int rows) {
+  session_->link.limit(limit_);
   batch_ = session_->link.run("FETCH " + std::to_string(rows) + " FROM " + name_, source_->text);
   row_ = 0;
   size_ = PQntuples(batch_.get());

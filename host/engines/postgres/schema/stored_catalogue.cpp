@@ -27,6 +27,8 @@ constexpr const char* kStoreVersion =
 constexpr const char* kAppend =
     "INSERT INTO quor_catalogue (position, name, kind, sql)"
     " SELECT max(position) + 1, $1, $2, $3 FROM quor_catalogue";
+constexpr const char* kReplace =
+    "UPDATE quor_catalogue SET sql = $2 WHERE kind = 'table' AND name = $1";
 constexpr int kFunctionsPosition = -1;
 constexpr int kSchemaPosition = 0;
 
@@ -38,6 +40,11 @@ void storeVersionAt(Link& link, int position, const char* name, int version) {
 int versionAt(Link& link, int position) {
   return static_cast<int>(
       link.number("SELECT sql FROM quor_catalogue WHERE position = " + std::to_string(position)));
+}
+
+void storeFunctions(Link& link) {
+  for (const std::string_view text : functionTexts()) link.run(std::string(text));
+  storeVersionAt(link, kFunctionsPosition, "functions", kFunctionsVersion);
 }
 
 std::string_view kindName(StatementKind kind) {
@@ -87,10 +94,35 @@ void requireTextOrder(Link& link, const Address& address) {
 void createFoundations(Link& link) {
   link.run(
       "CREATE COLLATION quor (provider = icu, locale = 'und-u-ks-level2', deterministic = false)");
-  for (const std::string_view text : functionTexts()) link.run(std::string(text));
   link.run(kCreate);
-  storeVersionAt(link, kFunctionsPosition, "functions", kFunctionsVersion);
+  storeFunctions(link);
   storeVersionAt(link, kSchemaPosition, "schema", 0);
+}
+
+void lockDefinitions(Link& link, const Address& address) {
+  // The first number keeps apart what other programs lock.
+  link.run("SELECT pg_advisory_xact_lock(1903521650, hashtext(" + Link::literal(address.schema) +
+           "))");
+}
+
+void renewFunctions(Link& link, const Address& address) {
+  const auto areOlder = [&] {
+    return holdsCompany(link) && versionAt(link, kFunctionsPosition) < kFunctionsVersion;
+  };
+  if (!areOlder()) return;
+  try {
+    link.run("BEGIN");
+    lockDefinitions(link, address);
+    // Another program may have been faster.
+    if (areOlder()) storeFunctions(link);
+    link.run("COMMIT");
+  } catch (const Error& error) {
+    link.rollBack();
+    Rows::raiseNaming(
+        "The functions of the company '" + address.shown +
+            "' are of an older version of this program and must be brought up to date",
+        error);
+  }
 }
 
 bool holdsCompany(Link& link) {
@@ -116,8 +148,9 @@ void requireCompany(Link& link, const Address& address) {
   }
   if (functions < kFunctionsVersion) {
     refuseServer(address.shown,
-                 "has the functions of an older version of this program: copy it to a file with "
-                 "that version, and back with this one");
+                 "has the functions of an older version of this program: have somebody who may "
+                 "change it open it for writing (quoracc sql --write \"SELECT COUNT(*) FROM "
+                 "CieInfo\" --company ...)");
   }
   requireTextOrder(link, address);
 }
@@ -143,6 +176,10 @@ void storeDefinition(Link& link, std::string_view statement, const Sql::Translat
   link.run(kAppend, {{.text = translation.created.name},
                      {.text = std::string(kindName(translation.kind))},
                      {.text = std::string(statement)}});
+}
+
+void replaceDefinition(Link& link, const std::string& name, std::string_view statement) {
+  link.run(kReplace, {{.text = name}, {.text = std::string(statement)}});
 }
 
 int storedVersion(Link& link) { return versionAt(link, kSchemaPosition); }

@@ -16,6 +16,14 @@ namespace QuorHost::Postgres {
 /// server dialect, in their order. The schema must be there and empty.
 void createFoundations(Link& link);
 
+/// Waits for whoever makes the company or changes its definitions, and keeps others from it until
+/// the open transaction ends.
+void lockDefinitions(Link& link, const Address& address);
+
+/// Puts the functions of this version in the place of an older one's, all or none. No transaction
+/// may be open.
+void renewFunctions(Link& link, const Address& address);
+
 /// Sees that the schema holds a company that this program reads, ordered as it was filled. Raises
 /// 75 with what to do otherwise.
 void requireCompany(Link& link, const Address& address);
@@ -34,6 +42,9 @@ struct StoredCatalogue {
 
 /// Appends the definition of what `translation` creates.
 void storeDefinition(Link& link, std::string_view statement, const Sql::Translation& translation);
+
+/// Puts `statement` in the place of the definition of the table `name`.
+void replaceDefinition(Link& link, const std::string& name, std::string_view statement);
 
 /// Version of the company schema; 0 where none was set.
 [[nodiscard]] int storedVersion(Link& link);

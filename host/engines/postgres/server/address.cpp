@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <memory>
 
 #include "host/sql/number_text.h"
@@ -135,12 +136,19 @@ Address readAddress(std::string_view text) {
         "knows, and that special characters are written as %XX");
   }
   std::string hosts;
+  // A server that no longer answers ends a call within a minute or two.
+  std::map<std::string_view, std::string_view> unlessSaid{{"keepalives_idle", "30"},
+                                                          {"keepalives_interval", "10"},
+                                                          {"keepalives_count", "6"},
+                                                          {"tcp_user_timeout", "90000"}};
+  if (environment("PGCONNECT_TIMEOUT").empty()) unlessSaid.emplace("connect_timeout", "60");
   bool saysMode = !environment("PGSSLMODE").empty();
   for (const PQconninfoOption* option = options.get(); option->keyword != nullptr; ++option) {
     if (option->val == nullptr) continue;
     const std::string_view name = option->keyword;
     if (name == "host" || name == "hostaddr") hosts.append(option->val).append(",");
     if (name == "sslmode") saysMode = true;
+    unlessSaid.erase(name);
     address.names.emplace_back(name);
     address.values.emplace_back(option->val);
   }
@@ -148,6 +156,10 @@ Address readAddress(std::string_view text) {
   if (!saysMode && nameOtherMachine(hosts)) {
     address.names.emplace_back("sslmode");
     address.values.emplace_back("verify-full");
+  }
+  for (const auto& [name, value] : unlessSaid) {
+    address.names.emplace_back(name);
+    address.values.emplace_back(value);
   }
   return address;
 }

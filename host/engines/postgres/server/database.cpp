@@ -24,10 +24,24 @@ constexpr std::size_t kMostReaders = 4;
 
 Database::Database(Address address, Access access, CompareTexts compare)
     : address_(std::move(address)), access_(access), compare_(compare) {
-  readers_.push_back(std::make_shared<Session>(address_, access_));
+  readers_.push_back(connect());
 }
 
 Database::~Database() = default;
+
+std::shared_ptr<Session> Database::connect() const {
+  return std::make_shared<Session>(address_, access_, catalogue_);
+}
+
+std::shared_ptr<Session> Database::connectAnew() const {
+  try {
+    return connect();
+  } catch (const QuorDataLib::Error& error) {
+    throw QuorDataLib::Error(
+        kConnectionLost, error.source(),
+        "The connection to the server was lost, and there is no new one: " + error.description());
+  }
+}
 
 bool Database::settle(Session& session, const Rows::Allowance& allowance) noexcept {
   // A cursor takes itself off the list when the server has no more of its rows.
@@ -47,9 +61,13 @@ std::shared_ptr<Session> Database::reading() {
       if (settle(*session, allowance)) return session;
     }
   }
+  if (readers_.empty()) return readers_.emplace_back(connectAnew());
   if (readers_.size() < kMostReaders) {
-    readers_.push_back(std::make_shared<Session>(address_, access_));
-    return readers_.back();
+    try {
+      return readers_.emplace_back(connect());
+    } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch)
+      // The server gives no more of them: those that are there must do.
+    }
   }
   settle(*readers_.front(), {});
   return readers_.front();
@@ -60,7 +78,11 @@ Link& Database::changing() {
     sendRows();
     return pinned_->link;
   }
-  if (!changer_ || changer_->link.lost()) changer_ = std::make_shared<Session>(address_, access_);
+  if (!changer_) {
+    changer_ = connect();
+  } else if (changer_->link.lost()) {
+    changer_ = connectAnew();
+  }
   return changer_->link;
 }
 
@@ -70,10 +92,10 @@ void Database::drop(const std::shared_ptr<Session>& session) noexcept {
 
 template <class Connect>
 void Database::pin(const Connect& connect, const char* begin, bool transaction) {
-  const auto beginOn = [&](std::shared_ptr<Session> session) {
+  const auto beginOn = [&](const std::shared_ptr<Session>& session) {
     session->link.limit(0);
     session->link.run(begin);
-    pinned_ = std::move(session);
+    pinned_ = session;
     transaction_ = transaction;
   };
   const std::shared_ptr<Session> session = connect();

@@ -14,6 +14,7 @@
 #include "host/engines/rows/cursor.h"
 #include "host/engines/store.h"
 #include "host/engines/write/translation_cache.h"
+#include "host/sql/catalogue.h"
 
 namespace QuorHost::Postgres {
 
@@ -22,7 +23,8 @@ class ServerCursor;
 /// A connection with what runs on it. Outside a transaction, at most one cursor stands open on one:
 /// an error ends everything in its transaction.
 struct Session {
-  Session(const Address& address, Access access) : link(address, access) {}
+  Session(const Address& address, Access access, const Sql::Catalogue& catalogue)
+      : link(address, access, catalogue) {}
   Link link;
   /// The cursors whose rows the server still has.
   std::vector<ServerCursor*> live;
@@ -54,10 +56,13 @@ class Database {
   [[nodiscard]] bool writable() const noexcept { return access_ == Access::Write; }
   [[nodiscard]] CompareTexts compareTexts() const noexcept { return compare_; }
   [[nodiscard]] Write::TranslationCache<Write::Nothing>& cache() noexcept { return cache_; }
+  /// What the company holds, as far as it has been read.
+  [[nodiscard]] Sql::Catalogue& catalogue() noexcept { return catalogue_; }
 
-  /// The connection on which a query can start now. What it is to see is on the server.
+  /// The connection on which a query can start now. What it is to see is on the server. One that
+  /// has been lost is made anew; raises `kConnectionLost` where it cannot be.
   [[nodiscard]] std::shared_ptr<Session> reading();
-  /// The connection on which changes are made.
+  /// The connection on which changes are made; the same holds.
   [[nodiscard]] Link& changing();
   /// Whether all runs on one connection, in a transaction or a snapshot.
   [[nodiscard]] bool pinned() const noexcept { return pinned_ != nullptr; }
@@ -79,6 +84,9 @@ class Database {
   void sendRows();
 
  private:
+  [[nodiscard]] std::shared_ptr<Session> connect() const;
+  /// In the place of one that was lost.
+  [[nodiscard]] std::shared_ptr<Session> connectAnew() const;
   /// Has everything run on the connection that `connect` gives.
   template <class Connect>
   void pin(const Connect& connect, const char* begin, bool transaction);
@@ -88,6 +96,7 @@ class Database {
   Address address_;
   Access access_;
   CompareTexts compare_;
+  Sql::Catalogue catalogue_;  // outlives the connections
   Write::TranslationCache<Write::Nothing> cache_;
   std::vector<std::shared_ptr<Session>> readers_;
   std::shared_ptr<Session> changer_;

@@ -45,7 +45,8 @@ std::string Link::quoted(std::string_view name) { return doubled(name, '"'); }
 std::string Link::nameOf(std::string_view name) { return quoted(Sql::lowerName(name)); }
 std::string Link::literal(std::string_view text) { return doubled(text, '\''); }
 
-Link::Link(const Address& address, Access access) {
+Link::Link(const Address& address, Access access, const Sql::Catalogue& catalogue)
+    : catalogue_(&catalogue) {
   std::vector<const char*> names;
   std::vector<const char*> values;
   names.reserve(address.names.size() + 2);
@@ -70,7 +71,8 @@ Result Link::checked(PGresult* raw, std::string_view text) {
     case PGRES_COPY_IN:
       return result;
     default:
-      raiseServerError(connection_.get(), result.get(), text, limit_);
+      raiseServerError(connection_.get(), result.get(),
+                       {.statement = text, .limit = limit_, .catalogue = catalogue_});
   }
 }
 
@@ -107,7 +109,8 @@ void Link::limit(std::int32_t seconds) {
   if (limit_ == seconds) return;
   constexpr std::int32_t kMost = 2'000'000;  // the server counts milliseconds in 32 bits
   limit_ = 0;
-  run("SET statement_timeout = '" + std::to_string(std::min(seconds, kMost)) + "s'");
+  run("SET statement_timeout = " +
+      (seconds == 0 ? "DEFAULT" : "'" + std::to_string(std::min(seconds, kMost)) + "s'"));
   limit_ = seconds;
 }
 
@@ -120,7 +123,7 @@ void Link::beginCopy(const std::string& sql) { run(sql); }
 
 void Link::copy(std::string_view rows) {
   if (PQputCopyData(connection_.get(), rows.data(), static_cast<int>(rows.size())) != 1) {
-    raiseServerError(connection_.get(), nullptr, {}, 0);
+    raiseServerError(connection_.get(), nullptr, {.catalogue = catalogue_});
   }
 }
 

@@ -12,6 +12,7 @@
 
 #include "host/engines/postgres/server/address.h"
 #include "host/engines/store.h"
+#include "host/sql/catalogue.h"
 
 namespace QuorHost::Postgres {
 
@@ -38,8 +39,8 @@ struct Argument {
 class Link {
  public:
   /// Connects. Raises 75 with what to do for a server, a database or a role that is not there, or
-  /// not for us.
-  Link(const Address& address, Access access);
+  /// not for us. Errors spell tables and columns as `catalogue` does, which lives longer.
+  Link(const Address& address, Access access, const Sql::Catalogue& catalogue);
 
   /// Runs one or more statements; gives the last one's result. Raises what the server reports;
   /// `text` is the statement as its author wrote it, of which messages quote the beginning.
@@ -53,7 +54,7 @@ class Link {
   /// The number in the first row and column; 0 where there is none.
   [[nodiscard]] std::int64_t number(const std::string& sql);
 
-  /// Lets statements run for so many seconds at most; 0 for no limit.
+  /// Lets statements run for so many seconds at most; 0 for as many as the server allows the role.
   void limit(std::int32_t seconds);
   /// Undoes the open transaction, and what it has set.
   void rollBack() noexcept;
@@ -86,6 +87,7 @@ class Link {
   Result checked(PGresult* result, std::string_view text);
 
   std::unique_ptr<PGconn, Finish> connection_;
+  const Sql::Catalogue* catalogue_;
   std::int32_t limit_ = 0;
 };
 

@@ -23,9 +23,42 @@ std::string_view part(const PGresult* result, int which) {
   return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
+/// A table of the company with its columns, as its definitions spell them; what they do not know is
+/// as the server says it.
+class Spelled {
+ public:
+  Spelled(const Sql::Catalogue& catalogue, std::string_view table)
+      : relation_(catalogue.find(table)), table_(relation_ == nullptr ? table : relation_->name) {}
+
+  [[nodiscard]] const std::string& table() const { return table_; }
+
+  [[nodiscard]] std::string column(std::string_view name) const {
+    const Sql::Column* const column = relation_ == nullptr ? nullptr : relation_->find(name);
+    return column == nullptr ? std::string(name) : column->name;
+  }
+
+  /// Of columns that are separated by commas. An index of texts tells the cast that it compares by.
+  [[nodiscard]] std::string columns(std::string_view list) const {
+    std::string spelled;
+    while (!list.empty()) {
+      std::string_view name = list.substr(0, list.find(','));
+      list.remove_prefix(std::min(name.size() + 1, list.size()));
+      name = name.substr(0, name.find("::"));
+      const std::size_t begin = std::min(name.find_first_not_of(" (\""), name.size());
+      name = name.substr(begin, name.find_last_not_of(" )\"") + 1 - begin);
+      spelled += (spelled.empty() ? "" : ", ") + column(name);
+    }
+    return spelled;
+  }
+
+ private:
+  const Sql::Relation* relation_;
+  std::string table_;
+};
+
 /// `(a, b)=(1, 2)` of the server's detail about a key, in two.
 struct Key {
-  std::string columns;
+  std::string_view columns;
   std::string values;
 };
 
@@ -34,32 +67,46 @@ Key keyOf(std::string_view detail) {
   const std::size_t middle = detail.find(")=(", open);
   const std::size_t close = detail.rfind(')');
   if (open == detail.npos || middle == detail.npos || close < middle + 3) return {};
-  std::string columns(detail.substr(open + 1, middle - open - 1));
-  // An index of texts tells the cast that it compares by.
-  std::erase(columns, '"');
-  return {columns, QuorDataLib::shownText(detail.substr(middle + 3, close - middle - 3))};
+  return {detail.substr(open + 1, middle - open - 1),
+          QuorDataLib::shownText(detail.substr(middle + 3, close - middle - 3))};
 }
 
-std::string keyMessage(const PGresult* result) {
+std::string keyMessage(const PGresult* result, const Sql::Catalogue& catalogue) {
   const Key key = keyOf(part(result, PG_DIAG_MESSAGE_DETAIL));
+  const Spelled spelled(catalogue, part(result, PG_DIAG_TABLE_NAME));
   return "Another row already has " + (key.values.empty() ? "this value" : key.values) + " in " +
-         key.columns + " of table " + std::string(part(result, PG_DIAG_TABLE_NAME)) +
-         ", which must be unique";
+         spelled.columns(key.columns) + " of table " + spelled.table() + ", which must be unique";
 }
 
-std::string referenceMessage(const PGresult* result) {
+/// What stands behind `before` in a text, up to the quotes.
+std::string_view quotedBehind(std::string_view text, std::string_view before) {
+  const std::size_t at = text.find(before);
+  if (at == text.npos) return {};
+  text.remove_prefix(at + before.size());
+  return text.substr(0, text.find('"'));
+}
+
+std::string referenceMessage(const PGresult* result, const Sql::Catalogue& catalogue) {
+  constexpr std::string_view kTable = "table \"";
   const std::string_view detail = part(result, PG_DIAG_MESSAGE_DETAIL);
   const Key key = keyOf(detail);
-  const std::string table(part(result, PG_DIAG_TABLE_NAME));
-  const std::size_t other = detail.find("table \"");
-  std::string where(detail.substr(std::min(detail.size(), other + 7)));
-  where = where.substr(0, where.find('"'));
+  const Spelled named(catalogue, quotedBehind(detail, kTable));
   if (detail.find("still referenced") != detail.npos) {
-    return "Rows of table " + where + " point at " + key.values + " in " + key.columns +
-           " of the row that would go (a foreign key)";
+    const Spelled goes(catalogue, quotedBehind(part(result, PG_DIAG_MESSAGE_PRIMARY), kTable));
+    return "Rows of table " + named.table() + " point at " + key.values + " in " +
+           goes.columns(key.columns) + " of the row of table " + goes.table() +
+           " that would go (a foreign key)";
   }
-  return "Column " + key.columns + " of table " + table + " would hold " + key.values +
-         ", but table " + where + " has no row with that (a foreign key)";
+  const Spelled pointing(catalogue, part(result, PG_DIAG_TABLE_NAME));
+  return "Column " + pointing.columns(key.columns) + " of table " + pointing.table() +
+         " would hold " + key.values + ", but table " + named.table() +
+         " has no row with that (a foreign key)";
+}
+
+std::string missingMessage(const PGresult* result, const Sql::Catalogue& catalogue) {
+  const Spelled spelled(catalogue, part(result, PG_DIAG_TABLE_NAME));
+  return "A value is missing in " + spelled.column(part(result, PG_DIAG_COLUMN_NAME)) +
+         " of table " + spelled.table() + ", which cannot be null";
 }
 
 /// What the state of the server is that it reports, in words; empty for what a statement is to
@@ -69,7 +116,10 @@ std::string stateMessage(std::string_view state, std::int32_t limit) {
     return "The statement was stopped: it took longer than its command timeout of " +
            std::to_string(limit) + (limit == 1 ? " second" : " seconds");
   }
-  if (state == "57014") return "The statement was stopped by an administrator of the server";
+  if (state == "57014") {
+    return "The statement was stopped by an administrator of the server, or by a time limit that "
+           "is set there";
+  }
   if (state == "40P01" || state == "40001" || state == "55P03") {
     return "The company is being changed by another program at the same time; try again";
   }
@@ -108,33 +158,31 @@ void raiseConnectionError(PGconn* connection, const std::string& address) {
   std::ranges::replace(reason, '\n', ' ');
   refuseServer(address, "cannot be opened: " + QuorDataLib::shownText(reason, kLongestMessage) +
                             ". See that the server runs, that host, database and role are spelled "
-                            "as they are there, and that a password is where the client looks for "
-                            "it (PGPASSFILE, PGPASSWORD)");
+                            "as they are there, that it has a connection left for the role, and "
+                            "that a password is where the client looks for it (PGPASSFILE, "
+                            "PGPASSWORD)");
 }
 
-void raiseServerError(PGconn* connection, const PGresult* result, std::string_view statement,
-                      std::int32_t limit) {
+void raiseServerError(PGconn* connection, const PGresult* result,
+                      const Circumstances& circumstances) {
+  const Sql::Catalogue& catalogue = *circumstances.catalogue;
   const std::string_view state = part(result, PG_DIAG_SQLSTATE);
   if (PQstatus(connection) == CONNECTION_BAD || isEndOfConnection(state)) {
     throw Error(kConnectionLost, std::string(kSource),
                 "The connection to the server was lost. Whether a change that was being made is "
                 "kept is not known: look before you make it again");
   }
-  const std::string where = inStatement(statement);
-  if (const std::string message = stateMessage(state, limit); !message.empty()) {
+  const std::string where = inStatement(circumstances.statement);
+  if (const std::string message = stateMessage(state, circumstances.limit); !message.empty()) {
     refuseStatement(message + where);
   }
   if (state == "22003") {
     QuorDataLib::raise(ErrorNumber::Overflow,
                        "Overflow: a sum or a product is too large for its type" + where);
   }
-  if (state == "23505") refuseStatement(keyMessage(result) + where);
-  if (state == "23503") refuseStatement(referenceMessage(result) + where);
-  if (state == "23502") {
-    refuseStatement("A value is missing in " + std::string(part(result, PG_DIAG_COLUMN_NAME)) +
-                    " of table " + std::string(part(result, PG_DIAG_TABLE_NAME)) +
-                    ", which cannot be null" + where);
-  }
+  if (state == "23505") refuseStatement(keyMessage(result, catalogue) + where);
+  if (state == "23503") refuseStatement(referenceMessage(result, catalogue) + where);
+  if (state == "23502") refuseStatement(missingMessage(result, catalogue) + where);
   const std::string_view said = part(result, PG_DIAG_MESSAGE_PRIMARY);
   const std::string message =
       QuorDataLib::shownText(said.empty() ? PQerrorMessage(connection) : said, kLongestMessage);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "host/engines/rows/refusal.h"
+#include "host/sql/catalogue.h"
 
 namespace QuorHost::Postgres {
 
@@ -20,11 +21,21 @@ using Rows::refuseStatement;
 /// Raises 75 with why there is no connection.
 [[noreturn]] void raiseConnectionError(PGconn* connection, const std::string& address);
 
+/// What a statement ran under.
+struct Circumstances {
+  /// The statement as its author wrote it.
+  std::string_view statement;
+  /// The seconds that it may take; 0 for as many as the server allows.
+  std::int32_t limit = 0;
+  /// The company's definitions, by which tables and columns are spelled; the server has them in
+  /// lower case.
+  const Sql::Catalogue* catalogue = nullptr;
+};
+
 /// Raises what the server has just reported: 6 for an overflow, `kConnectionLost` when the
 /// connection has ended, and a refused statement for everything else, with the table and the value
-/// that it is about or with what to do. `statement` is the statement as its author wrote it;
-/// `limit` are the seconds that it may take.
+/// that it is about or with what to do.
 [[noreturn]] void raiseServerError(PGconn* connection, const PGresult* result,
-                                   std::string_view statement, std::int32_t limit);
+                                   const Circumstances& circumstances);
 
 }  // namespace QuorHost::Postgres

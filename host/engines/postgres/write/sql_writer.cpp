@@ -27,6 +27,9 @@ using ConstraintKind = Sql::Syntax::Constraint::Kind;
 /// Writes the statements around queries and expressions.
 class StatementWriter {
  public:
+  /// @param before  a table that gains what the statement has beyond it
+  explicit StatementWriter(const Sql::Relation* before = nullptr) : before_(before) {}
+
   std::string run(const Sql::Tree::Statement& statement) {
     std::visit(*this, statement.body);
     return sql_.take();
@@ -76,10 +79,13 @@ class StatementWriter {
   }
 
   void operator()(const CreateTable& table) {
+    if (before_ != nullptr) return grow(table);
     sql_.add("CREATE TABLE ").ownName(table.name).add(" (");
     list(table.columns, [&](const TableColumn& column) { tableColumn(table, column); });
     for (const Constraint& constraint : table.constraints) {
-      if (!holdsText(table, constraint)) tableConstraint(constraint);
+      if (holdsText(table, constraint)) continue;
+      sql_.add(", ");
+      tableConstraint(constraint);
     }
     sql_.add(")");
     for (const Constraint& constraint : table.constraints) {
@@ -114,6 +120,30 @@ class StatementWriter {
   }
 
  private:
+  void grow(const CreateTable& table) {
+    std::string_view start = "ALTER TABLE ";
+    const auto begin = [&] {
+      sql_.add(start);
+      if (start != ",") sql_.name(table.name);
+      start = ",";
+    };
+    for (const TableColumn& column : table.columns) {
+      if (before_->find(column.name) != nullptr) continue;
+      begin();
+      sql_.add(" ADD COLUMN ");
+      tableColumn(table, column);
+    }
+    for (const Constraint& constraint : table.constraints) {
+      const bool old = std::ranges::any_of(constraint.columns, [&](std::string_view name) {
+        return before_->find(name) != nullptr;
+      });
+      if (old || constraint.kind != ConstraintKind::ForeignKey) continue;
+      begin();
+      sql_.add(" ADD ");
+      tableConstraint(constraint);
+    }
+  }
+
   void write(const Sql::Tree::Query& query, bool named) {
     QueryWriter(sql_, postgresForm()).write(query, named);
   }
@@ -232,9 +262,9 @@ class StatementWriter {
   }
 
   void tableConstraint(const Constraint& constraint) {
-    sql_.add(constraint.kind == ConstraintKind::PrimaryKey ? ", PRIMARY KEY"
-             : constraint.kind == ConstraintKind::Unique   ? ", UNIQUE"
-                                                           : ", FOREIGN KEY");
+    sql_.add(constraint.kind == ConstraintKind::PrimaryKey ? "PRIMARY KEY"
+             : constraint.kind == ConstraintKind::Unique   ? "UNIQUE"
+                                                           : "FOREIGN KEY");
     names(constraint.columns);
     if (constraint.kind != ConstraintKind::ForeignKey) return;
     sql_.add(" REFERENCES ").name(constraint.table);
@@ -259,6 +289,7 @@ class StatementWriter {
     sql_.add(" EXECUTE FUNCTION quor_go_on(").literal(Sql::lowerName(column.name)).add(")");
   }
 
+  const Sql::Relation* before_;
   Write::SqlText sql_{postgresText()};
 };
 
@@ -269,5 +300,13 @@ std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
 }
 
 bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const { return Write::columnRaises(query); }
+
+std::string GrowthWriter::write(const Sql::Tree::Statement& statement) const {
+  return StatementWriter(before_).run(statement);
+}
+
+bool GrowthWriter::mayRaise(const Sql::Tree::Query& query) const {
+  return Write::columnRaises(query);
+}
 
 }  // namespace QuorHost::Postgres

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "host/sql/catalogue.h"
 #include "host/sql/writer.h"
 
 namespace QuorHost::Postgres {
@@ -14,6 +15,19 @@ class SqlWriter final : public Sql::Writer {
  public:
   [[nodiscard]] std::string write(const Sql::Tree::Statement& statement) const override;
   [[nodiscard]] bool mayRaise(const Sql::Tree::Query& query) const override;
+};
+
+/// Writes a `CREATE TABLE` as the statement that adds to a table what it has not; everything else
+/// as `SqlWriter` does.
+class GrowthWriter final : public Sql::Writer {
+ public:
+  /// `before` is the table, which must stay as long as the writer does.
+  explicit GrowthWriter(const Sql::Relation& before) : before_(&before) {}
+  [[nodiscard]] std::string write(const Sql::Tree::Statement& statement) const override;
+  [[nodiscard]] bool mayRaise(const Sql::Tree::Query& query) const override;
+
+ private:
+  const Sql::Relation* before_;
 };
 
 }  // namespace QuorHost::Postgres
