@@ -1,6 +1,7 @@
 #include "sql/database.h"
 
 #include "host/company/schema.h"
+#include "host/engines/rows/passed_value.h"
 #include "host/engines/sqlite/functions/collation.h"
 #include "host/engines/sqlite/functions/functions.h"
 #include "host/engines/sqlite/write/kept_totals_text.h"
@@ -111,6 +112,14 @@ std::vector<std::string> Database::rows(const Translation& translation, const Va
   if (!translation.created.name.empty()) enter(translation, catalogue_);
   if (translation.kind != StatementKind::Select) addUpTotals();
   return result;
+}
+
+std::vector<std::string> Database::rows(const Write::TranslatedStatement& statement,
+                                        const Values& values) {
+  Values all;
+  Rows::giveMarkers(statement.translation().markers.size(), statement.numbers, values,
+                    [&](std::size_t /*marker*/, const Value& value) { all.push_back(value); });
+  return rows(statement.translation(), all);
 }
 
 void Database::addUpTotals() {

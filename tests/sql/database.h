@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/engines/sqlite/write/sql_writer.h"
+#include "host/engines/write/translation_cache.h"
 #include "host/sql/front_end.h"
 #include "platform/values/value.h"
 
@@ -19,6 +20,7 @@ inline constexpr Dialect kDesktop = Dialect::Desktop;
 inline constexpr Dialect kBoth[] = {kServer, kDesktop};
 
 using Values = std::vector<QuorDataLib::Value>;
+using TranslationCache = Write::TranslationCache<Write::Nothing>;
 
 class Database {
  public:
@@ -37,6 +39,8 @@ class Database {
   std::vector<std::string> rows(std::string_view text, Dialect dialect, const Values& values = {});
   /// The same for a statement that was translated.
   std::vector<std::string> rows(const Translation& translation, const Values& values);
+  /// The same for one that a cache has translated, maybe together with others.
+  std::vector<std::string> rows(const Write::TranslatedStatement& statement, const Values& values);
 
   /// The one value of a SELECT of one row and column, without FROM: `SELECT <expression>`.
   std::string value(std::string_view expression, Dialect dialect, const Values& values = {});

@@ -22,10 +22,10 @@ QuorDataLib::Ref<QuorDataLib::Recordset> ServerConnection::open(const std::strin
   const std::shared_ptr<Database>& database = store_->database();
   const auto source =
       database->cache().take(sql, dialect_, store_->catalogue(), SqlWriter()).source;
-  requireQuery(source->translation);
+  requireQuery(source->translation());
   const Sql::Relation* table = nullptr;
   if (forUpdate && database->writable()) {
-    table = updatableTable(source->translation, store_->catalogue());
+    table = updatableTable(source->translation(), store_->catalogue());
   }
   auto cursor = std::make_unique<ServerCursor>(database, source, values, CommandTimeout());
   if (table == nullptr) return QuorDataLib::make<Rows::Recordset>(std::move(cursor));
@@ -36,12 +36,12 @@ QuorDataLib::Ref<QuorDataLib::Recordset> ServerConnection::open(const std::strin
 std::int32_t ServerConnection::change(const std::string& sql, const Values& values) {
   Database& database = *store_->database();
   const auto source = database.cache().take(sql, dialect_, store_->catalogue(), SqlWriter()).source;
-  requireChange(source->translation);
+  requireChange(source->translation());
   store_->requireWritable();
-  const std::vector<Argument> arguments = argumentsOf(source->translation.markers, values);
+  const std::vector<Argument> arguments = argumentsOf(*source, values);
   Link& link = database.changing();
   link.limit(CommandTimeout());
-  const Result result = link.run(source->translation.sql, arguments, sql);
+  const Result result = link.run(source->translation().sql, arguments, sql);
   return Sql::readNumber<std::int32_t>(PQcmdTuples(result.get())).value_or(0);
 }
 

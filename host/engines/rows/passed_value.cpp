@@ -47,11 +47,10 @@ void requireFinite(double number) {
   if (!std::isfinite(number)) raise(ErrorNumber::Overflow, "Overflow: the number is not finite");
 }
 
-void requireOneEach(const std::vector<Type>& markers,
-                    const std::vector<QuorDataLib::Value>& values) {
-  if (values.size() == markers.size()) return;
-  refuseStatement("The statement has " + std::to_string(markers.size()) + " markers (?), but " +
-                  std::to_string(values.size()) + " values were given");
+void requireOneEach(std::size_t markers, std::size_t values) {
+  if (values == markers) return;
+  refuseStatement("The statement has " + std::to_string(markers) + " markers (?), but " +
+                  std::to_string(values) + " values were given");
 }
 
 }  // namespace QuorHost::Rows

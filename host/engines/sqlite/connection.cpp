@@ -22,7 +22,7 @@ QuorDataLib::Ref<QuorDataLib::Recordset> Connection::open(const std::string& sql
   database->refresh();
   storeTotals(*database);
   StatementCache::Taken query = database->cache().take(sql, dialect_, store_->catalogue());
-  const Sql::Translation& translation = query.source->translation;
+  const Sql::Translation& translation = query.source->translation();
   requireQuery(translation);
   const Sql::Relation* table = nullptr;
   if (forUpdate && database->writable()) table = updatableTable(translation, store_->catalogue());
@@ -37,11 +37,11 @@ std::int32_t Connection::change(const std::string& sql, const Values& values) {
   Database& database = *store_->database();
   database.prepareForChange();
   StatementCache::Taken change = database.cache().take(sql, dialect_, store_->catalogue());
-  requireChange(change.source->translation);
+  requireChange(change.source->translation());
   store_->requireWritable();
   // Only a select in it can read totals.
-  if (change.source->translation.sql.find("SELECT") != std::string::npos) storeTotals(database);
-  bindMarkers(change.statement, change.source->translation.markers, values);
+  if (change.source->translation().sql.find("SELECT") != std::string::npos) storeTotals(database);
+  bindMarkers(change.statement, *change.source, values);
   const std::int32_t changed =
       runChange(database, change.statement, sql, TimeLimit(CommandTimeout()));
   database.cache().giveBack(std::move(change));

@@ -14,8 +14,8 @@ namespace QuorHost::Sqlite {
 using Write::TranslatedStatement;
 
 /// The most recently used statements of one database, by text and dialect. A statement that is
-/// taken belongs to the taker until it comes back; a second taker of the same text gets one of its
-/// own, translated no second time.
+/// taken belongs to the taker until it comes back; a second taker of the same text, or of one that
+/// shares its translation, gets one of its own.
 class StatementCache {
  public:
   explicit StatementCache(sqlite3* database) : database_(database) {}
@@ -32,7 +32,7 @@ class StatementCache {
                            const Sql::Catalogue& catalogue);
 
   /// Another statement of one that was translated before, by this cache or that of another handle.
-  [[nodiscard]] Statement take(const std::shared_ptr<const TranslatedStatement>& source);
+  [[nodiscard]] Statement take(const TranslatedStatement& source);
 
   /// Keeps a statement that was taken for the next taker, or ends it when it is no longer wanted.
   void giveBack(Taken taken) noexcept;

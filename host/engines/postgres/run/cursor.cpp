@@ -27,7 +27,7 @@ ServerCursor::ServerCursor(std::shared_ptr<Database> database,
                            const std::vector<QuorDataLib::Value>& values, std::int32_t limit)
     : database_(std::move(database)),
       source_(std::move(source)),
-      arguments_(argumentsOf(source_->translation.markers, values)),
+      arguments_(argumentsOf(*source_, values)),
       limit_(limit),
       name_(nextName()) {}
 
@@ -52,7 +52,7 @@ void ServerCursor::startOn(const std::shared_ptr<Session>& session) {
   link.limit(limit_);
   if (own_) link.run("BEGIN READ ONLY");
   setLive(true);
-  link.run("DECLARE " + name_ + " NO SCROLL CURSOR FOR " + source_->translation.sql, arguments_,
+  link.run("DECLARE " + name_ + " NO SCROLL CURSOR FOR " + source_->translation().sql, arguments_,
            source_->text);
   fetch(kFirst);
   running_ = true;

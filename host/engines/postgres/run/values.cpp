@@ -133,18 +133,15 @@ Argument argumentOf(const Value& value, Type type) {
   }
 }
 
-std::vector<Argument> argumentsOf(const std::vector<Type>& markers,
+std::vector<Argument> argumentsOf(const Write::TranslatedStatement& statement,
                                   const std::vector<Value>& values) {
-  Rows::requireOneEach(markers, values);
+  const std::vector<Type>& markers = statement.translation().markers;
   std::vector<Argument> arguments;
-  arguments.reserve(values.size());
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    try {
-      arguments.push_back(argumentOf(values[i], markers[i]));
-    } catch (const QuorDataLib::Error& error) {
-      Rows::raiseNaming("Value of marker " + std::to_string(i + 1), error);
-    }
-  }
+  arguments.reserve(markers.size());
+  Rows::giveMarkers(markers.size(), statement.numbers, values,
+                    [&](std::size_t marker, const Value& value) {
+                      arguments.push_back(argumentOf(value, markers[marker]));
+                    });
   return arguments;
 }
 

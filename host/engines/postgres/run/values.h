@@ -7,6 +7,7 @@
 
 #include "host/engines/postgres/server/link.h"
 #include "host/engines/rows/cell.h"
+#include "host/engines/write/translation_cache.h"
 #include "host/sql/types.h"
 #include "platform/values/value.h"
 
@@ -19,7 +20,7 @@ namespace QuorHost::Postgres {
 
 /// The values of a statement's markers. Raises a refused statement with both counts when there are
 /// more or fewer values than markers; an error of a conversion names the marker.
-[[nodiscard]] std::vector<Argument> argumentsOf(const std::vector<Sql::Type>& markers,
+[[nodiscard]] std::vector<Argument> argumentsOf(const Write::TranslatedStatement& statement,
                                                 const std::vector<QuorDataLib::Value>& values);
 
 /// The value in a row of a result as a cell of a column of `type`, whose text belongs to the result

@@ -10,7 +10,6 @@
 namespace QuorHost::Sqlite {
 namespace {
 
-using QuorDataLib::Error;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 using Sql::Type;
@@ -85,18 +84,17 @@ void bindValue(const Statement& statement, int index, const Value& value, Type t
   }
 }
 
-void bindMarkers(const Statement& statement, const std::vector<Type>& markers,
+void bindMarkers(const Statement& statement, const Write::TranslatedStatement& source,
                  const std::vector<Value>& values) {
-  Rows::requireOneEach(markers, values);
+  const std::vector<Type>& markers = source.translation().markers;
   // Markers of what the statement does not read are not in it.
   const int last = sqlite3_bind_parameter_count(statement.get());
-  for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < last; ++i) {
-    try {
-      bindValue(statement, static_cast<int>(i) + 1, values[i], markers[i], Lifetime::Borrowed);
-    } catch (const Error& error) {
-      Rows::raiseNaming("Value of marker " + std::to_string(i + 1), error);
-    }
-  }
+  Rows::giveMarkers(markers.size(), source.numbers, values,
+                    [&](std::size_t marker, const Value& value) {
+                      const int index = static_cast<int>(marker) + 1;
+                      if (index > last) return;
+                      bindValue(statement, index, value, markers[marker], Lifetime::Borrowed);
+                    });
 }
 
 }  // namespace QuorHost::Sqlite

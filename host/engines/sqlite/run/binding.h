@@ -9,6 +9,7 @@
 
 #include "host/engines/rows/cell.h"
 #include "host/engines/sqlite/statement.h"
+#include "host/engines/write/translation_cache.h"
 #include "host/sql/types.h"
 #include "platform/values/value.h"
 
@@ -53,10 +54,10 @@ enum class Lifetime : std::uint8_t {
 void bindValue(const Statement& statement, int index, const QuorDataLib::Value& value,
                Sql::Type type, Lifetime lifetime);
 
-/// Binds the values of a statement's markers in their order; they must stay until the statement has
-/// run. Raises a refused statement with both counts when there are more or fewer values than
-/// markers; an error of a conversion names the marker.
-void bindMarkers(const Statement& statement, const std::vector<Sql::Type>& markers,
+/// Binds the values of the markers of `source` in their order to what was prepared from it; they
+/// must stay until the statement has run. Raises a refused statement with both counts when there
+/// are more or fewer values than markers; an error of a conversion names the marker.
+void bindMarkers(const Statement& statement, const Write::TranslatedStatement& source,
                  const std::vector<QuorDataLib::Value>& values);
 
 }  // namespace QuorHost::Sqlite

@@ -16,7 +16,7 @@ SqliteCursor::SqliteCursor(std::shared_ptr<Database> database, StatementCache::T
       limit_(limit),
       session_(database_->session()),
       statement_(std::move(query.statement)) {
-  bindMarkers(statement_, source_->translation.markers, values_);
+  bindMarkers(statement_, *source_, values_);
 }
 
 SqliteCursor::~SqliteCursor() { SqliteCursor::reset(); }
@@ -24,8 +24,8 @@ SqliteCursor::~SqliteCursor() { SqliteCursor::reset(); }
 void SqliteCursor::prepare() {
   database_->refresh();
   session_ = database_->session();
-  statement_ = session_->cache.take(source_);
-  bindMarkers(statement_, source_->translation.markers, values_);
+  statement_ = session_->cache.take(*source_);
+  bindMarkers(statement_, *source_, values_);
   limit_ = TimeLimit(limit_.seconds);
 }
 

@@ -26,7 +26,7 @@ class SqliteCursor final : public Rows::Cursor {
 
   void setReader(Rows::CursorReader& reader) noexcept override { reader_ = &reader; }
   [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const noexcept override {
-    return source_->translation.columns;
+    return source_->translation().columns;
   }
   bool step() override;
   [[nodiscard]] Rows::Cell cell(std::int32_t column) const override;
