@@ -3,7 +3,6 @@
 #include <limits>
 #include <utility>
 
-#include "host/sql/names.h"
 #include "platform/error.h"
 
 namespace QuorHost::Rows {
@@ -118,11 +117,9 @@ void Recordset::raiseNoColumn(std::int32_t index) const {
                                       ": it has " + std::to_string(columns().size()));
 }
 
-std::int32_t Recordset::columnOf(std::string_view name) const {
-  const std::vector<Sql::ResultColumn>& all = columns();
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (Sql::sameName(all[i].name, name)) return static_cast<std::int32_t>(i);
-  }
+std::int32_t Recordset::columnOf(std::string_view name) {
+  const std::size_t found = finder_.find(columns(), name);
+  if (found < columns().size()) return static_cast<std::int32_t>(found);
   raise(ErrorNumber::UnknownItem, "The recordset has no column " + std::string(name));
 }
 
@@ -141,15 +138,19 @@ QuorDataLib::ValueType Recordset::FieldType(std::int32_t index) {
 Value Recordset::Field(std::int32_t index) {
   requireOpen();
   requireColumn(index);
+  return valueAt(index);
+}
+
+Value Recordset::valueAt(std::int32_t column) const {
   if (isAtEnd()) {
     raise(ErrorNumber::NoCurrentRow, "No current row: the recordset is at its end");
   }
-  return valueOf(currentCell(index), columns()[static_cast<std::size_t>(index)]);
+  return valueOf(currentCell(column), columns()[static_cast<std::size_t>(column)]);
 }
 
 Value Recordset::Field(const std::string& name) {
   requireOpen();
-  return Field(columnOf(name));
+  return valueAt(columnOf(name));
 }
 
 void Recordset::MoveFirst() {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/engines/rows/column_finder.h"
 #include "host/engines/rows/cursor.h"
 #include "host/engines/rows/kept_rows.h"
 #include "host/engines/rows/row_index.h"
@@ -51,8 +52,10 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
   /// The result's columns.
   [[nodiscard]] const std::vector<Sql::ResultColumn>& columns() const { return columns_; }
   /// The column of that name; raises 3265 when there is none.
-  [[nodiscard]] std::int32_t columnOf(std::string_view name) const;
+  [[nodiscard]] std::int32_t columnOf(std::string_view name);
 
+  /// The current row's value in a column that there is; raises 3021 at the end.
+  [[nodiscard]] virtual QuorDataLib::Value valueAt(std::int32_t column) const;
   /// Sees that the current row, if there is one, is kept.
   void keepCurrent();
   /// Makes the only row of `row` the current one. `showAlone` leaves nothing after it, and
@@ -81,6 +84,7 @@ class Recordset : public QuorDataLib::Recordset, private CursorReader {
 
   std::unique_ptr<Cursor> cursor_;
   const std::vector<Sql::ResultColumn>& columns_;  // the cursor's
+  ColumnFinder finder_;
 
   // The rows at hand are those kept, and after them the one that the cursor stands on, if it does.
   KeptRows kept_;

@@ -26,12 +26,10 @@ void UpdatableRecordset::forget() noexcept {
 
 bool UpdatableRecordset::AtEnd() { return Recordset::AtEnd() && pending_ != Pending::NewRow; }
 
-Value UpdatableRecordset::Field(std::int32_t index) {
-  requireOpen();
-  requireColumn(index);
-  const auto found = set_.find(index);
+Value UpdatableRecordset::valueAt(std::int32_t column) const {
+  const auto found = set_.find(column);
   if (found != set_.end()) return found->second;
-  return pending_ == Pending::NewRow ? Value::null() : Recordset::Field(index);
+  return pending_ == Pending::NewRow ? Value::null() : Recordset::valueAt(column);
 }
 
 void UpdatableRecordset::MoveFirst() {
@@ -119,10 +117,10 @@ std::vector<FieldValue> UpdatableRecordset::changes() const {
   return fields;
 }
 
-std::vector<FieldValue> UpdatableRecordset::key() {
+std::vector<FieldValue> UpdatableRecordset::key() const {
   std::vector<FieldValue> fields;
   for (const std::int32_t index : keyColumns()) {
-    fields.push_back(field(index, Recordset::Field(index)));
+    fields.push_back(field(index, Recordset::valueAt(index)));
   }
   return fields;
 }

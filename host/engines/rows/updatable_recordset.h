@@ -23,8 +23,6 @@ class UpdatableRecordset final : public Recordset {
                      Sql::Relation table);
 
   bool AtEnd() override;
-  using Recordset::Field;
-  QuorDataLib::Value Field(std::int32_t index) override;
   void MoveFirst() override;
   void MoveNext() override;
   bool Find(const std::string& criterion) override;
@@ -33,6 +31,9 @@ class UpdatableRecordset final : public Recordset {
   /// raises 5 otherwise.
   void SetField(const std::string& name, const QuorDataLib::Value& value) override;
   void Update() override;
+
+ protected:
+  [[nodiscard]] QuorDataLib::Value valueAt(std::int32_t column) const override;
 
  private:
   enum class Pending : std::uint8_t { Nothing, NewRow, ChangedRow };
@@ -45,7 +46,7 @@ class UpdatableRecordset final : public Recordset {
   /// What was set.
   [[nodiscard]] std::vector<FieldValue> changes() const;
   /// The primary key of the current row, as it is stored.
-  [[nodiscard]] std::vector<FieldValue> key();
+  [[nodiscard]] std::vector<FieldValue> key() const;
 
   std::unique_ptr<RowChanger> changer_;
   Sql::Relation table_;
