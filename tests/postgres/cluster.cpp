@@ -46,10 +46,6 @@ pid_t startProgram(std::vector<std::string> words) {
   ::_exit(127);
 }
 
-struct Finish {
-  void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
-};
-
 }  // namespace
 
 Cluster* Cluster::instance() {
@@ -94,6 +90,7 @@ void Cluster::start() {
 }
 
 void Cluster::stop() {
+  beside_.reset();
   ::kill(server_, SIGQUIT);
   ::waitpid(server_, nullptr, 0);
 }
@@ -106,12 +103,16 @@ std::string Cluster::companyAs(const std::string& role, const std::string& name)
 }
 
 std::string Cluster::run(const std::string& sql) const {
-  const std::unique_ptr<PGconn, Finish> connection(PQconnectdb(company("public").c_str()));
-  PQsetNoticeProcessor(connection.get(), [](void*, const char*) {}, nullptr);
-  PGresult* const result = PQexec(connection.get(), sql.c_str());
+  if (!beside_ || PQstatus(beside_.get()) == CONNECTION_BAD) {
+    beside_.reset(PQconnectdb(company("public").c_str()));
+    PQsetNoticeProcessor(beside_.get(), [](void*, const char*) {}, nullptr);
+  }
+  PGresult* const result = PQexec(beside_.get(), sql.c_str());
   std::string value =
       PQntuples(result) > 0 ? PQgetvalue(result, 0, 0) : PQresultErrorMessage(result);
   PQclear(result);
+  // The next statement knows nothing of this one.
+  PQclear(PQexec(beside_.get(), "DISCARD ALL"));
   return value;
 }
 

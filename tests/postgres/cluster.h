@@ -2,6 +2,7 @@
 // the test, also with one that is killed.
 #pragma once
 
+#include <libpq-fe.h>
 #include <sys/types.h>
 
 #include <filesystem>
@@ -41,11 +42,16 @@ class Cluster {
   [[nodiscard]] pid_t launch(std::vector<std::string> words) const;
 
  private:
+  struct Finish {
+    void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
+  };
+
   explicit Cluster(const std::filesystem::path& programs);
 
   std::filesystem::path programs_;
   std::filesystem::path folder_;
   pid_t server_ = -1;
+  mutable std::unique_ptr<PGconn, Finish> beside_;
 };
 
 }  // namespace QuorHost::Testing

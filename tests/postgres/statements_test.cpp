@@ -25,8 +25,8 @@ using Sql::Testing::Values;
 // down, some of those for one chart do: what they find is in the engine, not in a statement.
 #ifdef __SANITIZE_ADDRESS__
 constexpr std::size_t kCharts = 1;
-constexpr std::size_t kEvery = 4;
-constexpr std::size_t kRows = 1'000;
+constexpr std::size_t kEvery = 6;
+constexpr std::size_t kRows = 500;
 #else
 constexpr std::size_t kCharts = Sql::Testing::kAllCharts;
 constexpr std::size_t kEvery = 1;

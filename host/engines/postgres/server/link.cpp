@@ -46,7 +46,7 @@ std::string Link::nameOf(std::string_view name) { return quoted(Sql::lowerName(n
 std::string Link::literal(std::string_view text) { return doubled(text, '\''); }
 
 Link::Link(const Address& address, Access access, const Sql::Catalogue& catalogue)
-    : catalogue_(&catalogue) {
+    : catalogue_(&catalogue), mayChange_(access == Access::Write) {
   std::vector<const char*> names;
   std::vector<const char*> values;
   names.reserve(address.names.size() + 2);
@@ -71,8 +71,9 @@ Result Link::checked(PGresult* raw, std::string_view text) {
     case PGRES_COPY_IN:
       return result;
     default:
-      raiseServerError(connection_.get(), result.get(),
-                       {.statement = text, .limit = limit_, .catalogue = catalogue_});
+      raiseServerError(
+          connection_.get(), result.get(),
+          {.statement = text, .limit = limit_, .mayChange = mayChange_, .catalogue = catalogue_});
   }
 }
 
@@ -123,7 +124,8 @@ void Link::beginCopy(const std::string& sql) { run(sql); }
 
 void Link::copy(std::string_view rows) {
   if (PQputCopyData(connection_.get(), rows.data(), static_cast<int>(rows.size())) != 1) {
-    raiseServerError(connection_.get(), nullptr, {.catalogue = catalogue_});
+    raiseServerError(connection_.get(), nullptr,
+                     {.mayChange = mayChange_, .catalogue = catalogue_});
   }
 }
 

@@ -88,6 +88,7 @@ class Link {
 
   std::unique_ptr<PGconn, Finish> connection_;
   const Sql::Catalogue* catalogue_;
+  bool mayChange_;
   std::int32_t limit_ = 0;
 };
 

@@ -169,8 +169,10 @@ void raiseServerError(PGconn* connection, const PGresult* result,
   const std::string_view state = part(result, PG_DIAG_SQLSTATE);
   if (PQstatus(connection) == CONNECTION_BAD || isEndOfConnection(state)) {
     throw Error(kConnectionLost, std::string(kSource),
-                "The connection to the server was lost. Whether a change that was being made is "
-                "kept is not known: look before you make it again");
+                circumstances.mayChange
+                    ? "The connection to the server was lost. Whether a change that was being made "
+                      "is kept is not known: look before you make it again"
+                    : "The connection to the server was lost: open again what was being read");
   }
   const std::string where = inStatement(circumstances.statement);
   if (const std::string message = stateMessage(state, circumstances.limit); !message.empty()) {

@@ -27,6 +27,8 @@ struct Circumstances {
   std::string_view statement;
   /// The seconds that it may take; 0 for as many as the server allows.
   std::int32_t limit = 0;
+  /// Whether it may have changed something.
+  bool mayChange = false;
   /// The company's definitions, by which tables and columns are spelled; the server has them in
   /// lower case.
   const Sql::Catalogue* catalogue = nullptr;
