@@ -62,7 +62,7 @@ std::ostream* Session::openTrace(const RunOptions& options, Console& console) {
 }
 
 Access accessAllowed(const std::string& path) {
-  return QuorHost::mayWrite(path) ? Access::Write : Access::Read;
+  return QuorHost::isServer(path) || QuorHost::mayWrite(path) ? Access::Write : Access::Read;
 }
 
 }  // namespace QuorCli

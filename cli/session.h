@@ -22,6 +22,9 @@ class Session {
   /// default one with `--default-connection`.
   [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Connection> connection() const;
 
+  /// The dialect that the company presents.
+  [[nodiscard]] QuorHost::Sql::Dialect dialect() const { return host_->dialect(); }
+
   /// The company, or null in a dry run.
   [[nodiscard]] const std::shared_ptr<QuorHost::Store>& store() const { return store_; }
 
@@ -38,8 +41,8 @@ class Session {
   std::unique_ptr<QuorHost::Host> host_;
 };
 
-/// How a company file is opened for work that may or may not write: for writing where the user may
-/// write it, otherwise for reading.
+/// How a company is opened for work that may or may not write: for writing where the user may write
+/// its file, and on a server, which knows itself; otherwise for reading.
 [[nodiscard]] QuorHost::Access accessAllowed(const std::string& path);
 
 }  // namespace QuorCli

@@ -32,8 +32,7 @@ CompanyFacts readCompany(const Session& session) {
 
 Ref<Recordset> readBeside(QuorHost::Store& store, const std::string& sql,
                           const Parameters& parameters) {
-  const auto connection = store.connect(QuorHost::Sql::Dialect::Server);
-  return connection->OpenRecordset(sql, 4, 0, parameters, 0);
+  return store.connectInEither()->OpenRecordset(sql, 4, 0, parameters, 0);
 }
 
 }  // namespace QuorCli

@@ -20,12 +20,16 @@ constexpr char kGuard = '\0';
 }  // namespace
 
 void addRunOptions(CLI::App& command, RunOptions& options, bool companyRequired) {
-  command.add_option("--company", options.company, "The company file")
+  command
+      .add_option("--company", options.company,
+                  "The company file, or a connection to a "
+                  "server\n(postgresql://user@host/db?schema=NAME, odbc:DSN=NAME;dialect=server)")
       ->type_name("FILE")
       ->required(companyRequired);
-  addChoice(command, "--engine", options.dialect,
-            {{"desktop", Dialect::Desktop}, {"server", Dialect::Server}},
-            "The SQL dialect that the company presents [server]");
+  addChoice<std::optional<Dialect>>(
+      command, "--engine", options.dialect,
+      {{"desktop", Dialect::Desktop}, {"server", Dialect::Server}},
+      "The SQL dialect that the company presents [server, or that of an\nodbc: connection]");
   command
       .add_option("--set", options.foundation, "A foundation value for this run; may be repeated")
       ->type_name("KEY=VALUE")

@@ -18,9 +18,10 @@ namespace QuorCli {
 
 /// How one run of the component is set up and printed.
 struct RunOptions {
-  /// The company file; empty for a dry run.
+  /// The company file or a connection; empty for a dry run.
   std::string company;
-  QuorHost::Sql::Dialect dialect = QuorHost::Sql::Dialect::Server;
+  /// The dialect asked for; nothing for the company's own.
+  std::optional<QuorHost::Sql::Dialect> dialect;
   /// `KEY=VALUE` texts of `--set`.
   std::vector<std::string> foundation;
   bool cache = false;

@@ -88,8 +88,9 @@ Ref<QuorDataLib::ApplicationContext> ReferenceApplication::Context() {
 
 void ReferenceApplication::OpenCompany(const std::string& Path, std::int16_t EngineType) {
   QuorHost::HostOptions options;
-  options.store = QuorHost::openCompany(
-      Path, QuorHost::mayWrite(Path) ? QuorHost::Access::Write : QuorHost::Access::Read);
+  options.store = QuorHost::openCompany(Path, QuorHost::isServer(Path) || QuorHost::mayWrite(Path)
+                                                  ? QuorHost::Access::Write
+                                                  : QuorHost::Access::Read);
   options.dialect = EngineType == QuorDataLib::kDesktopEngine ? QuorHost::Sql::Dialect::Desktop
                                                               : QuorHost::Sql::Dialect::Server;
   options.onError = answerOf(onError_).onError;

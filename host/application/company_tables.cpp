@@ -42,12 +42,10 @@ bool isParameterTable(std::string_view name) {
 }
 
 CompanyTables::CompanyTables(std::shared_ptr<Store> store) : store_(std::move(store)) {
-  if (store_) connection_ = store_->connect(Sql::Dialect::Server);
+  if (store_) connection_ = store_->connectInEither();
 }
 
-bool CompanyTables::has(std::string_view table) const {
-  return store_ && store_->catalogue().find(table) != nullptr;
-}
+bool CompanyTables::has(std::string_view table) const { return store_ && store_->hasTable(table); }
 
 std::optional<Value> CompanyTables::find(const KeyedTable& table, const Value& key,
                                          const Ref<Connection>& connection) const {

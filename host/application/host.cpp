@@ -20,6 +20,7 @@ using QuorDataLib::Ref;
 struct Host::State {
   Ref<QuorDataLib::Application> application;
   Ref<Connection> customConnection;
+  Sql::Dialect dialect = Sql::Dialect::Server;
 };
 
 namespace {
@@ -39,9 +40,15 @@ class Tracing {
   SharedTrace trace_;
 };
 
-Ref<Connection> connect(const HostOptions& options) {
+Sql::Dialect dialectOf(const HostOptions& options) {
+  if (options.dialect) return *options.dialect;
+  const auto only = options.store ? options.store->onlyDialect() : std::nullopt;
+  return only.value_or(Sql::Dialect::Server);
+}
+
+Ref<Connection> connect(const HostOptions& options, Sql::Dialect dialect) {
   if (!options.store) return make<DryRunConnection>();
-  return options.store->connect(options.dialect);
+  return options.store->connect(dialect);
 }
 
 /// The company as the host itself asks it: its values show in no trace.
@@ -68,17 +75,18 @@ Host::Host(const HostOptions& options) : state_(std::make_shared<State>()) {
   const auto sources = std::make_shared<const FoundationSources>(
       FoundationSources{CompanyTables(options.store), readOverrides(options.overrides)});
   const Tracing tracing(options.trace);
-  const Ref<Connection> defaultConnection = tracing(connect(options), "default");
-  state_->customConnection = tracing(connect(options), "custom");
+  const Sql::Dialect dialect = state_->dialect = dialectOf(options);
+  const Ref<Connection> defaultConnection = tracing(connect(options, dialect), "default");
+  state_->customConnection = tracing(connect(options, dialect), "custom");
   const Ref<QuorCastriaFoundation::Company> company = makeCompany(sources, tracing);
   state_->application = makeApplication(
-      {.dataServices = tracing(Ref<QuorDataLib::DataServices>(make<HostDataServices>(
-           sources, defaultConnection, options.dialect, options.store == nullptr))),
+      {.dataServices = tracing(Ref<QuorDataLib::DataServices>(
+           make<HostDataServices>(sources, defaultConnection, dialect, options.store == nullptr))),
        .errorService =
            tracing(Ref<QuorDataLib::ErrorService>(make<HostErrorService>(options.onError))),
        .settingsReader =
            tracing(Ref<QuorDataLib::SettingsReader>(make<HostSettingsReader>(sources))),
-       .utility = make<HostUtility>(options.dialect, company),
+       .utility = make<HostUtility>(dialect, company),
        .foundation = makeFoundation(sources, company, tracing)});
 }
 
@@ -93,6 +101,8 @@ void Host::install() {
 }
 
 Ref<QuorDataLib::Application> Host::application() const { return state_->application; }
+
+Sql::Dialect Host::dialect() const { return state_->dialect; }
 
 Ref<Connection> Host::connection() const { return state_->customConnection; }
 

@@ -6,6 +6,7 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/engines/store.h"
@@ -29,7 +30,9 @@ struct HostOptions {
   /// The company; empty for a dry run, in which every statement is answered with no rows and every
   /// parameter with "0".
   std::shared_ptr<Store> store{};
-  Sql::Dialect dialect = Sql::Dialect::Server;
+  /// What the component's statements are to be in; nothing for the company's only dialect, and for
+  /// the server's where it reads both.
+  std::optional<Sql::Dialect> dialect{};
   OnError onError = OnError::Raise;
   /// Foundation values that stand over what the company file says, by key: "Company.SessionDate",
   /// "Company.Param.NAME", "CurrencyInfo.CieIsForeignCurrencyUsed", "Settings.133",
@@ -43,7 +46,7 @@ struct HostOptions {
 class Host {
  public:
   /// Checks `options.overrides`: raises 5, naming the key, for an unknown key or a value that it
-  /// cannot hold.
+  /// cannot hold, and for a dialect that the company does not read.
   explicit Host(const HostOptions& options);
   ~Host();
   Host(const Host&) = delete;
@@ -54,6 +57,9 @@ class Host {
   void install();
 
   [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Application> application() const;
+
+  /// The dialect that the company presents to the component.
+  [[nodiscard]] Sql::Dialect dialect() const;
 
   /// A connection for `CustomConnection`; the trace shows it as "custom", while the application's
   /// own is "default".

@@ -11,9 +11,11 @@ namespace QuorHost {
 void backupCompany(const std::string& path, const std::string& copy, bool force,
                    const Progress& progress) {
   if (isServer(path) || isServer(copy)) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A backup is made of a company file. A company on a server is copied with "
-                       "quoracc company copy, or backed up with the server's own tools");
+    QuorDataLib::raise(
+        QuorDataLib::ErrorNumber::InvalidArgument,
+        "A backup is made of a company file. A company on a server is backed up with "
+        "the server's own tools, or copied (quoracc company copy) where it is on "
+        "PostgreSQL");
   }
   const std::shared_ptr<Store> store = openCompanyFile(path, Access::Read);
   std::error_code missing;

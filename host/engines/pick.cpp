@@ -6,65 +6,118 @@
 #include "host/engines/store.h"
 #include "platform/error.h"
 
+#ifdef QUORACC_ODBC
+#include "host/engines/odbc/driver/address.h"
+#include "host/engines/odbc/opening.h"
+#endif
 #ifdef QUORACC_POSTGRES
 #include "host/engines/postgres/opening.h"
 #include "host/engines/postgres/server/address.h"
 #endif
 
 namespace QuorHost {
-
-#ifdef QUORACC_POSTGRES
-
-bool isServer(std::string_view company) noexcept { return Postgres::isServerAddress(company); }
-
-std::string shownCompany(const std::string& company) {
-  return isServer(company) ? Postgres::shownAddress(company) : company;
-}
-
 namespace {
 
-std::shared_ptr<Store> openOnServer(const std::string& company, Access access) {
-  return Postgres::openServer(company, access, Sqlite::compareTexts);
+/// How companies of one kind are named, shown, opened and made.
+struct Kind {
+  bool (*names)(std::string_view company) noexcept;
+  std::string (*shown)(std::string_view company);
+  std::shared_ptr<Store> (*open)(const std::string& company, Access access);
+  std::shared_ptr<Store> (*create)(const std::string& company, const OnServer& how);
+};
+
+#if !defined(QUORACC_POSTGRES) || !defined(QUORACC_ODBC)
+
+/// `company` up to where secrets may begin.
+std::string beginningOf(std::string_view company) {
+  std::string beginning(company.substr(0, company.find(':') + 1));
+  if (company.substr(beginning.size()).starts_with("//")) beginning += "//";
+  return beginning + "...";
 }
 
-std::shared_ptr<Store> createOnServer(const std::string& company, const OnServer& how) {
-  return Postgres::createServer(company, how, Sqlite::compareTexts);
-}
-
-}  // namespace
-
-#else
-
-bool isServer(std::string_view company) noexcept {
-  return company.starts_with("postgresql://") || company.starts_with("postgres://");
-}
-
-std::string shownCompany(const std::string& company) {
-  return isServer(company) ? company.substr(0, company.find("://")) + "://..." : company;
-}
-
-namespace {
-
-[[noreturn]] void refuseServers() {
-  QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                     "This program was built without PostgreSQL: name a company file, or build it "
-                     "where the server's client library is installed (libpq-dev)");
-}
-
-std::shared_ptr<Store> openOnServer(const std::string& /*company*/, Access /*access*/) {
-  refuseServers();
-}
-
-std::shared_ptr<Store> createOnServer(const std::string& /*company*/, const OnServer& /*how*/) {
-  refuseServers();
-}
-
-}  // namespace
+/// An engine whose library was not there when the program was built.
+template <class Missing>
+struct MissingKind {
+  static std::shared_ptr<Store> open(const std::string& /*company*/, Access /*access*/) {
+    Missing::refuse();
+  }
+  static std::shared_ptr<Store> create(const std::string& /*company*/, const OnServer& /*how*/) {
+    Missing::refuse();
+  }
+  static constexpr Kind kind{
+      .names = Missing::names, .shown = beginningOf, .open = open, .create = create};
+};
 
 #endif
 
+#ifdef QUORACC_POSTGRES
+constexpr Kind kPostgres{.names = Postgres::isServerAddress,
+                         .shown = Postgres::shownAddress,
+                         .open =
+                             [](const std::string& company, Access access) {
+                               return Postgres::openServer(company, access, Sqlite::compareTexts);
+                             },
+                         .create =
+                             [](const std::string& company, const OnServer& how) {
+                               return Postgres::createServer(company, how, Sqlite::compareTexts);
+                             }};
+#else
+struct MissingPostgres {
+  static bool names(std::string_view company) noexcept {
+    return company.starts_with("postgresql://") || company.starts_with("postgres://");
+  }
+  [[noreturn]] static void refuse() {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "This program was built without PostgreSQL: name a company file, or build "
+                       "it where the server's client library is installed (libpq-dev)");
+  }
+};
+constexpr const Kind& kPostgres = MissingKind<MissingPostgres>::kind;
+#endif
+
+#ifdef QUORACC_ODBC
+constexpr Kind kOdbc{
+    .names = Odbc::isOdbcAddress,
+    .shown = Odbc::shownAddress,
+    .open =
+        [](const std::string& company, Access access) {
+          return Odbc::openOverDriver(company, access, Sqlite::compareTexts);
+        },
+    .create = [](const std::string& company, const OnServer&) -> std::shared_ptr<Store> {
+      Odbc::refuseToCreate(company);
+    }};
+#else
+struct MissingOdbc {
+  static bool names(std::string_view company) noexcept { return company.starts_with("odbc:"); }
+  [[noreturn]] static void refuse() {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "This program was built without ODBC: name a company file, or build it "
+                       "where a driver manager is installed (unixodbc-dev)");
+  }
+};
+constexpr const Kind& kOdbc = MissingKind<MissingOdbc>::kind;
+#endif
+
+/// What a company that is no file is; null for a file.
+const Kind* kindOf(std::string_view company) noexcept {
+  for (const Kind* const kind : {&kPostgres, &kOdbc}) {
+    if (kind->names(company)) return kind;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool isServer(std::string_view company) noexcept { return kindOf(company) != nullptr; }
+
+std::string shownCompany(const std::string& company) {
+  const Kind* const kind = kindOf(company);
+  return kind == nullptr ? company : kind->shown(company);
+}
+
 std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
-  return isServer(path) ? openOnServer(path, access) : Sqlite::openFile(path, access);
+  const Kind* const server = kindOf(path);
+  return server == nullptr ? Sqlite::openFile(path, access) : server->open(path, access);
 }
 
 std::shared_ptr<Store> openChangedCopy(const std::string& path,
@@ -80,7 +133,7 @@ std::shared_ptr<Store> openChangedCopy(const std::string& path,
 
 std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability,
                                          const OnServer& onServer) {
-  if (isServer(path)) return createOnServer(path, onServer);
+  if (const Kind* const server = kindOf(path)) return server->create(path, onServer);
   if (!onServer.readers.empty()) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "A file knows no roles: who may read it is a matter of its permissions, and "
@@ -97,7 +150,9 @@ bool isCompanyHeader(std::string_view header) noexcept { return Sqlite::isCompan
 
 std::vector<std::string> companyFileFindings(const std::string& path) {
   // What stands in the way of opening a server's company stands in the way of looking at it.
-  if (isServer(path)) return openOnServer(path, Access::Read)->integrityFindings();
+  if (const Kind* const server = kindOf(path)) {
+    return server->open(path, Access::Read)->integrityFindings();
+  }
   return Sqlite::fileFindings(*Sqlite::openDatabase(path, Access::Read));
 }
 

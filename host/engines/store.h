@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -85,14 +86,28 @@ class Store : public std::enable_shared_from_this<Store> {
   /// The company's tables and views, in their order of creation.
   [[nodiscard]] virtual const Sql::Catalogue& catalogue() const = 0;
 
+  /// Whether there is a table or a view of that name.
+  [[nodiscard]] virtual bool hasTable(std::string_view name) {
+    return catalogue().find(name) != nullptr;
+  }
+
+  /// The only dialect that the company's engine reads; nothing where it reads both.
+  [[nodiscard]] virtual std::optional<Sql::Dialect> onlyDialect() const { return std::nullopt; }
+
   /// The `CREATE` statements that made them and their indexes, in their order.
   [[nodiscard]] virtual std::vector<std::string> definitions() const = 0;
 
   /// True when the company may be changed.
   [[nodiscard]] virtual bool writable() const = 0;
 
-  /// A connection that reads statements in `dialect`. It keeps the store open.
+  /// A connection that reads statements in `dialect`. It keeps the store open. Raises 5 for the
+  /// dialect that the engine does not read.
   [[nodiscard]] virtual QuorDataLib::Ref<QuorDataLib::Connection> connect(Sql::Dialect dialect) = 0;
+
+  /// A connection for statements that read alike in both dialects.
+  [[nodiscard]] QuorDataLib::Ref<QuorDataLib::Connection> connectInEither() {
+    return connect(onlyDialect().value_or(Sql::Dialect::Server));
+  }
 
   /// Runs a `CREATE` statement of the server dialect and adds what it makes to the catalogue.
   virtual void define(std::string_view statement) = 0;
@@ -159,11 +174,11 @@ inline constexpr int kNewestSchemaVersion = 7;
 /// Raised when the connection to a server ends while it is used.
 inline constexpr std::int32_t kConnectionLost = static_cast<std::int32_t>(0x80040E15);
 
-/// Whether `company` is a connection to a server (`postgresql://user@host/database?schema=NAME`)
-/// and not the path of a file.
+/// Whether `company` is a connection to a server (`postgresql://user@host/database?schema=NAME`,
+/// `odbc:DSN=NAME;dialect=server`) and not the path of a file.
 [[nodiscard]] bool isServer(std::string_view company) noexcept;
 
-/// `company` as it may be shown: a connection without its password.
+/// `company` as it may be shown: a connection without its passwords.
 [[nodiscard]] std::string shownCompany(const std::string& company);
 
 /// Opens the company file at `path`, or the company that a connection leads to. A file whose texts

@@ -159,6 +159,26 @@ Translation translate(std::string_view text, Dialect dialect, const Catalogue& c
   throw QuorDataLib::currentError();
 }
 
+std::string singleTable(std::string_view query, Dialect dialect) try {
+  Arena arena;
+  const StatementText text(query);
+  const Syntax::Parsed parsed = Parser(text, dialect, arena).parse();
+  const auto* const read = std::get_if<Syntax::Query*>(&parsed.statement);
+  if (read == nullptr || (*read)->branches.size() != 1) return {};
+  const Syntax::Select* const select = (*read)->branches.front().select;
+  if (select == nullptr || select->distinct || select->having != nullptr ||
+      !select->groupBy.empty() || select->from == nullptr || select->from->left != nullptr) {
+    return {};
+  }
+  const bool plain = std::ranges::all_of(select->items, [](const Syntax::Item& item) {
+    return item.alias.empty() &&
+           (item.value == nullptr || item.value->kind == Syntax::Expression::Kind::Name);
+  });
+  return plain ? std::string(select->from->table) : std::string();
+} catch (const QuorDataLib::Error&) {
+  return {};
+}
+
 void enter(const Translation& definition, Catalogue& catalogue) {
   if (definition.kind == StatementKind::CreateIndex) {
     catalogue.addIndex(definition.indexedTable, definition.created.columns.front().name);

@@ -63,6 +63,11 @@ enum class Rewriting : std::uint8_t { Faster, None };
                                     const Catalogue& catalogue, const Writer& writer,
                                     Rewriting rewriting = Rewriting::Faster);
 
+/// The table whose rows a query gives as they are, told by its words alone: the only one that it
+/// reads, without groups, all columns by their own names. Empty for any other statement, and for
+/// one that is not of the dialect's subset.
+[[nodiscard]] std::string singleTable(std::string_view query, Dialect dialect);
+
 /// Adds what a `CREATE` statement has made to the catalogue. Raises a refused statement when the
 /// name is taken.
 void enter(const Translation& definition, Catalogue& catalogue);

@@ -140,7 +140,9 @@ Value valueOf(const nlohmann::json& traced) {
   const nlohmann::json& value = traced["value"];
   if (value.is_null()) return Value::null();
   if (value.is_number_integer()) return Value(value.get<std::int32_t>());
+  if (value.is_boolean()) return Value(value.get<bool>());
   if (!value.is_string()) return Value(value.dump());
+  if (traced["type"] == "currency") return Value(Value(value.get<std::string>()).toCurrency());
   if (traced["type"] == "date")
     return Value(Date::parse(value.get<std::string>()).value_or(Date()));
   return Value(value.get<std::string>());
@@ -169,16 +171,19 @@ std::vector<Sent> componentStatements(const std::shared_ptr<Store>& company, std
                                {"CurrencyInfo.CieIsForeignCurrencyUsed", foreign}},
                  .trace = &trace});
       host.install();
-      forEachCall([](const std::string&, const Call& call) {
+      forEachCall([&](const std::string& what, const Call& call) {
+        trace << nlohmann::json{{"member", what.substr(0, what.find(' '))}} << '\n';
         std::vector<Value> values;
         (void)call(values);
       });
     }
     std::set<std::string> known;
+    std::string member;
     for (std::string line; std::getline(trace, line);) {
       const auto event = nlohmann::json::parse(line);
+      if (event.contains("member")) member = event["member"];
       if (!event.contains("sql") || !known.insert(event["sql"]).second) continue;
-      Sent& sent = statements.emplace_back(Sent{dialect, event["sql"], {}});
+      Sent& sent = statements.emplace_back(Sent{dialect, event["sql"], {}, member});
       if (event["parameters"].is_null()) continue;
       for (const auto& each : event["parameters"]) sent.values.push_back(valueOf(each));
     }

@@ -17,6 +17,8 @@ struct Sent {
   Dialect dialect = Dialect::Server;
   std::string text;
   std::vector<QuorDataLib::Value> values;
+  /// Who sends it first, as CLASS.MEMBER.
+  std::string member;
 };
 
 /// A call of a member on a new object, with the arguments that come back in `values`. Returns what

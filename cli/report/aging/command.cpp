@@ -49,8 +49,7 @@ int runAging(const AgingOptions& options, Console& console) {
       options.party ? findSubject(*source.subjects, *options.party, *session.store()).key : 0;
 
   const AgingAnswer answer = openAging(
-      source,
-      {context.asOf, party, context.all, context.byCurrency, context.by, options.run.dialect},
+      source, {context.asOf, party, context.all, context.byCurrency, context.by, session.dialect()},
       options.run, session);
   const auto report = makeReport(options.run.format, console);
   AgingPage page(context, *report);

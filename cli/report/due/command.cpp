@@ -103,9 +103,8 @@ class DuePage {
 void addOpenDocuments(const AgingSource& source, Currency CashPeriod::* side, Date day,
                       const DueOptions& options, const Session& session,
                       const CompanyFacts& company, CashPlan& plan) {
-  const AgingAnswer answer =
-      openAging(source, {.asOf = day, .by = AgeBy::Due, .dialect = options.run.dialect},
-                options.run, session);
+  const AgingAnswer answer = openAging(
+      source, {.asOf = day, .by = AgeBy::Due, .dialect = session.dialect()}, options.run, session);
   AgingGrouping grouping(day, AgeBuckets::parse("30", AgeBy::Due), company.homeCurrency,
                          [&](const AgingBlock& block) {
                            for (const AgedDocument& document : block.documents) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "host/sql/number_text.h"
 #include "platform/error.h"
 
 namespace QuorHost::Rows {
@@ -94,6 +95,23 @@ Value valueOf(const Cell& cell, const Sql::ResultColumn& column) {
       break;
   }
   return valueAsStored(cell);
+}
+
+Cell moneyOf(std::string_view text) {
+  constexpr int kPlaces = 4;
+  Cell cell{.kind = Cell::Kind::Integer};
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::string_view decimals = text.substr(std::min(point + 1, text.size()));
+  std::string digits(text.substr(0, point));
+  digits += decimals.substr(0, kPlaces);
+  for (std::size_t i = decimals.size(); i < kPlaces; ++i) digits += '0';
+  if (const auto units = Sql::readNumber<std::int64_t>(digits)) {
+    cell.integer = *units;
+  } else {
+    cell.kind = Cell::Kind::Real;
+    cell.real = Sql::readNumber<double>(text).value_or(0);
+  }
+  return cell;
 }
 
 void raiseNaming(std::string_view what, const Error& error) {

@@ -24,6 +24,10 @@ struct Cell {
 /// what is stored is of another kind.
 [[nodiscard]] QuorDataLib::Value valueOf(const Cell& cell, const Sql::ResultColumn& column);
 
+/// The decimal number that `text` is ("-12.5", ".05"), as money in ten-thousandths; what leaves
+/// their range becomes a floating number, as every overflow.
+[[nodiscard]] Cell moneyOf(std::string_view text);
+
 /// Raises `error` again with `what` before its description, so that it says which value it means.
 [[noreturn]] void raiseNaming(std::string_view what, const QuorDataLib::Error& error);
 

@@ -69,14 +69,16 @@ void Connection::requireChange(const Sql::Translation& translation) {
   }
 }
 
+bool Connection::hasColumns(const Sql::Relation& table,
+                            const std::vector<Sql::ResultColumn>& columns) {
+  return std::ranges::all_of(
+      columns, [&](const Sql::ResultColumn& column) { return table.find(column.name) != nullptr; });
+}
+
 const Sql::Relation* Connection::updatableTable(const Sql::Translation& query,
                                                 const Sql::Catalogue& catalogue) {
   const Sql::Relation* const table = catalogue.find(query.updatableTable);
-  if (table == nullptr) return nullptr;
-  const bool plain = std::ranges::all_of(query.columns, [&](const Sql::ResultColumn& column) {
-    return table->find(column.name) != nullptr;
-  });
-  return plain ? table : nullptr;
+  return table != nullptr && hasColumns(*table, query.columns) ? table : nullptr;
 }
 
 }  // namespace QuorHost::Rows

@@ -38,6 +38,9 @@ class Connection : public QuorDataLib::Connection {
   static void requireQuery(const Sql::Translation& translation);
   /// The same for what is none of the changes that a connection makes.
   static void requireChange(const Sql::Translation& translation);
+  /// Whether every one of the columns has its own name in the table.
+  [[nodiscard]] static bool hasColumns(const Sql::Relation& table,
+                                       const std::vector<Sql::ResultColumn>& columns);
   /// The table whose rows a query gives, when every column has its own name in the table; otherwise
   /// null.
   [[nodiscard]] static const Sql::Relation* updatableTable(const Sql::Translation& query,

@@ -54,24 +54,6 @@ std::string textOf(const Value& value) {
   return text;
 }
 
-/// Money in ten-thousandths; what leaves their range becomes a floating number, as every overflow.
-Cell moneyOf(std::string_view text) {
-  constexpr int kPlaces = 4;
-  Cell cell{.kind = Cell::Kind::Integer};
-  const std::size_t point = std::min(text.find('.'), text.size());
-  const std::string_view decimals = text.substr(std::min(point + 1, text.size()));
-  std::string digits(text.substr(0, point));
-  digits += decimals.substr(0, kPlaces);
-  for (std::size_t i = decimals.size(); i < kPlaces; ++i) digits += '0';
-  if (const auto units = Sql::readNumber<std::int64_t>(digits)) {
-    cell.integer = *units;
-  } else {
-    cell.kind = Cell::Kind::Real;
-    cell.real = Sql::readNumber<double>(text).value_or(0);
-  }
-  return cell;
-}
-
 Cell wholeOf(std::string_view text) {
   if (const auto number = Sql::readNumber<std::int64_t>(text)) {
     return {.kind = Cell::Kind::Integer, .integer = *number};
@@ -162,7 +144,7 @@ Cell cellOf(const Result& result, int row, int column, Type type) {
     case Type::Double:
       return {.kind = Cell::Kind::Real, .real = Sql::readNumber<double>(text).value_or(0)};
     case Type::Currency:
-      return moneyOf(text);
+      return Rows::moneyOf(text);
     case Type::Date:
       return {.kind = Cell::Kind::Text, .text = dateOf(text)};
     default:

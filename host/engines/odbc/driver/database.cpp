@@ -1,0 +1,106 @@
+#include "host/engines/odbc/driver/database.h"
+
+#include <chrono>
+#include <cstddef>
+#include <utility>
+
+#include "host/engines/odbc/run/cursor.h"
+#include "platform/error.h"
+
+namespace QuorHost::Odbc {
+namespace {
+
+using QuorDataLib::ErrorNumber;
+
+/// What a recordset that lies open may take into memory so that another query can start on its
+/// connection.
+constexpr Rows::Allowance kRest{.bytes = std::size_t{8} << 20U,
+                                .time = std::chrono::milliseconds(50)};
+
+/// Connections for reading at the most. What more recordsets lie open and are large takes all their
+/// rows into memory.
+constexpr std::size_t kMostReaders = 4;
+
+/// Has the cursor of a session take rows into memory; true when the driver has no more of them.
+bool settle(const Session& session, const Rows::Allowance& allowance) noexcept {
+  // A cursor takes itself off when its rows have come to their end.
+  if (session.live != nullptr) session.live->letKeep(allowance);
+  return session.live == nullptr;
+}
+
+}  // namespace
+
+Database::Database(Address address, Access access, CompareTexts compare)
+    : address_(std::make_shared<const Address>(std::move(address))),
+      access_(access),
+      compare_(compare),
+      environment_(makeEnvironment(*address_)) {
+  readers_.push_back(connect());
+}
+
+std::shared_ptr<Session> Database::connect() {
+  return std::make_shared<Session>(environment_, address_, access_);
+}
+
+std::shared_ptr<Session> Database::reading() {
+  if (pinned_) {
+    pinned_->requireSound();
+    settle(*pinned_, {});
+    return pinned_;
+  }
+  std::erase_if(readers_, [](const auto& session) { return session->lost(); });
+  for (const Rows::Allowance& allowance : {Rows::Allowance{.rows = 0}, kRest}) {
+    for (const std::shared_ptr<Session>& session : readers_) {
+      if (settle(*session, allowance)) return session;
+    }
+  }
+  if (readers_.size() < kMostReaders) {
+    readers_.push_back(connect());
+    return readers_.back();
+  }
+  settle(*readers_.front(), {});
+  return readers_.front();
+}
+
+std::shared_ptr<Session> Database::changing() {
+  if (pinned_) return reading();
+  if (!changer_ || changer_->lost()) changer_ = connect();
+  return changer_;
+}
+
+void Database::pin(std::shared_ptr<Session> session, bool snapshot) {
+  session->begin(snapshot);
+  pinned_ = std::move(session);
+}
+
+void Database::begin() {
+  if (pinned_) {
+    QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                       "A transaction is open already: commit it before the next one begins");
+  }
+  pin(changing(), false);
+}
+
+void Database::hold() {
+  if (pinned_) {
+    QuorDataLib::raise(ErrorNumber::InvalidArgument,
+                       "A snapshot is held already: drop it before the next one is taken");
+  }
+  pin(reading(), true);
+}
+
+void Database::commit() {
+  settle(*pinned_, {});
+  pinned_->commit();
+  pinned_.reset();
+}
+
+void Database::rollBack() noexcept {
+  if (!pinned_) return;
+  settle(*pinned_, {});
+  if (pinned_->live != nullptr) pinned_->live->abandon();
+  pinned_->rollBack();
+  pinned_.reset();
+}
+
+}  // namespace QuorHost::Odbc

@@ -1,0 +1,36 @@
+#include "host/engines/odbc/transaction.h"
+
+#include <utility>
+
+#include "platform/error.h"
+
+namespace QuorHost::Odbc {
+
+OdbcTransaction::OdbcTransaction(std::shared_ptr<Database> database)
+    : database_(std::move(database)) {
+  database_->begin();
+}
+
+OdbcTransaction::~OdbcTransaction() {
+  if (database_) database_->rollBack();
+}
+
+void OdbcTransaction::commit() {
+  if (!database_) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
+                       "The transaction was committed before");
+  }
+  database_->commit();
+  database_.reset();
+}
+
+OdbcSnapshot::OdbcSnapshot(std::shared_ptr<Database> database) : database_(std::move(database)) {
+  database_->hold();
+}
+
+OdbcSnapshot::~OdbcSnapshot() {
+  // Recordsets that lie open take their rows into memory.
+  database_->rollBack();
+}
+
+}  // namespace QuorHost::Odbc
