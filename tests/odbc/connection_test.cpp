@@ -12,7 +12,6 @@ namespace QuorHost::Testing {
 namespace {
 
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -53,7 +52,7 @@ TEST(OdbcAddress, ShowsNoSecret) {
 class Driven : public testing::Test {
  protected:
   Driven() { driver = {}; }
-  ~Driven() override { EXPECT_EQ(driver.handles, 0); }
+  void TearDown() override { EXPECT_EQ(driver.handles, 0); }
 
   Recording& driver = recording();
 };

@@ -11,8 +11,6 @@
 namespace QuorHost::Testing {
 namespace {
 
-using QuorDataLib::Currency;
-using QuorDataLib::Date;
 using QuorDataLib::Parameters;
 using QuorDataLib::Recordset;
 using QuorDataLib::Ref;
@@ -101,7 +99,7 @@ std::string driven(Sql::Dialect dialect, const std::string& more) {
 
 Value valueOf(const Bound& bound) {
   if (!bound.text) return Value::null();
-  const Value text(*bound.text);
+  Value text(*bound.text);
   switch (bound.type) {
     case SQL_BIT:
       return Value(*bound.text != "0");
@@ -132,6 +130,7 @@ Answer answerOf(Store& company, Sql::Dialect dialect, const Received& received) 
   try {
     const auto connection = company.connect(dialect);
     std::vector<Value> values;
+    values.reserve(received.values.size());
     for (const Bound& bound : received.values) values.push_back(valueOf(bound));
     const Parameters parameters = Parameters::array(std::move(values));
     std::string text = received.text;

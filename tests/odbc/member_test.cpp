@@ -20,7 +20,6 @@ using QuorAccQueries::Member;
 using QuorDataLib::Collection;
 using QuorDataLib::ComponentObject;
 using QuorDataLib::Recordset;
-using QuorDataLib::Ref;
 using QuorDataLib::Value;
 using QuorDataLib::ValueType;
 

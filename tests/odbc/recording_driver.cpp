@@ -17,7 +17,6 @@
 namespace {
 
 using namespace QuorHost::Testing;
-using QuorHost::Odbc::appendNarrow;
 using QuorHost::Odbc::narrow;
 using QuorHost::Odbc::WideText;
 
@@ -118,7 +117,7 @@ std::string boundText(const Parameter& parameter) {
   }
 }
 
-SQLRETURN answer(Object& object, Received received) {
+SQLRETURN answer(Object& object, const Received& received) {
   recording.received.push_back(received);
   object.answer = recording.answer ? recording.answer(received) : Answer{};
   object.next = object.first = object.current = 0;
@@ -177,7 +176,8 @@ SQLRETURN deliver(const std::optional<std::string>& value, SQLSMALLINT form, SQL
   std::memset(static_cast<SQLWCHAR*>(data) + now, 0, sizeof(SQLWCHAR));
   *length = static_cast<SQLLEN>(left * sizeof(SQLWCHAR));
   from += now;
-  return left > room ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
+  if (left > room) return SQL_SUCCESS_WITH_INFO;
+  return SQL_SUCCESS;
 }
 
 SQLRETURN numberInfo(SQLPOINTER value, std::size_t size, SQLUINTEGER number) {
@@ -343,7 +343,7 @@ SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT handle, SQLINTEGER, SQLPOINTER value,
     auto& descriptors = objectOf(handle).descriptors;
     descriptors.push_back(std::make_unique<Object>());
     SQLHANDLE const descriptor = descriptors.back().get();
-    std::memcpy(value, &descriptor, sizeof descriptor);
+    std::memcpy(value, static_cast<const void*>(&descriptor), sizeof descriptor);
     return SQL_SUCCESS;
   });
 }
@@ -365,7 +365,7 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER len
       Bound& bound = received.values.emplace_back(parameter.bound);
       if (*parameter.length != SQL_NULL_DATA) bound.text = boundText(parameter);
     }
-    return answer(statement, std::move(received));
+    return answer(statement, received);
   });
 }
 

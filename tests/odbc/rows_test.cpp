@@ -9,7 +9,6 @@ namespace QuorHost::Testing {
 namespace {
 
 using QuorDataLib::kStatementRefused;
-using QuorDataLib::ValueType;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
@@ -22,7 +21,7 @@ class Scripted : public testing::Test {
     driver.isolations = SQL_TXN_REPEATABLE_READ;
     driver.answer = [this](const Received&) { return answer; };
   }
-  ~Scripted() override {
+  void TearDown() override {
     connection = {};
     store.reset();
     EXPECT_EQ(driver.handles, 0);
@@ -181,6 +180,7 @@ TEST_F(Scripted, LargeResultsHaveAConnectionEachUpToFour) {
   for (int i = 0; i < 800; ++i) answer.rows.push_back({std::string(12'000, 'x')});
   connect();
   std::vector<Ref<Recordset>> all;
+  all.reserve(6);
   for (int i = 0; i < 6; ++i) all.push_back(open(connection, "SELECT T FROM Texts"));
   EXPECT_EQ(driver.handles, 1 + 4 * 2);
   answer = {.changed = 1};

@@ -42,7 +42,7 @@ TEST(Statements, OfTheComponentKeepTheirRows) {
   Database untidy(companySchema());
   fillUntidily(untidy, 1);
   std::size_t rows = 0;
-  for (const auto& [dialect, text, values] : sent) {
+  for (const auto& [dialect, text, values, member] : sent) {
     SCOPED_TRACE(text);
     try {
       expectUnderstood(sample, text, dialect);

@@ -59,7 +59,7 @@ void OdbcCursor::start() {
 void OdbcCursor::startOn(const std::shared_ptr<Session>& session) {
   batch_.reset();
   session_ = session;
-  statement_.emplace(session, text_);
+  statement_ = std::make_unique<Statement>(session, text_);
   statement_->run(values_, limit_);
   session->live = this;
   const std::vector<DrivenColumn> columns = statement_->columns();
@@ -74,7 +74,7 @@ void OdbcCursor::startOn(const std::shared_ptr<Session>& session) {
     Rows::refuseStatement("The columns of the result have changed: open the recordset again" +
                           Rows::inStatement(text_));
   }
-  batch_.emplace(*statement_, columns);
+  batch_ = std::make_unique<Batch>(*statement_, columns);
   fetch();
   running_ = true;
 }

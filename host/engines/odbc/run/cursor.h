@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,8 +61,8 @@ class OdbcCursor final : public Rows::Cursor {
   std::int32_t limit_;
   std::vector<Sql::ResultColumn> columns_;
   std::shared_ptr<Session> session_;  // while the driver has rows
-  std::optional<Batch> batch_;        // outlives the statement that it was bound to
-  std::optional<Statement> statement_;
+  std::unique_ptr<Batch> batch_;      // outlives the statement that it was bound to
+  std::unique_ptr<Statement> statement_;
   bool started_ = false;  // the statement has run, and no row was asked for
   bool running_ = false;
   std::size_t row_ = 0;
