@@ -207,13 +207,14 @@ SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT, SQLHANDLE parent, SQLHANDLE* handl
 }
 
 SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT kind, SQLHANDLE handle) {
-  const auto free = [&] {
+  const auto free = [&]() -> SQLRETURN {
     delete static_cast<Object*>(handle);
     --recording.handles;
     return SQL_SUCCESS;
   };
   // The others are the driver manager's, which does not look whether they are gone.
-  return kind == SQL_HANDLE_STMT ? counted("SQLFreeHandle", handle, free) : free();
+  if (kind != SQL_HANDLE_STMT) return free();
+  return counted("SQLFreeHandle", handle, free);
 }
 
 SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV handle, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
