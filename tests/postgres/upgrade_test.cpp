@@ -132,6 +132,11 @@ TEST_F(PostgresRoles, ReadAndDoNoMore) {
               HasSubstr("--reader"));
   createCompany(address, {.readers = {longest, odd}});
 
+  cluster->run("CREATE ROLE stranger LOGIN");
+  EXPECT_THAT(
+      raised(kPathFileAccess,
+             [&] { (void)openCompany(cluster->companyAs("stranger", "read"), Access::Read); }),
+      HasSubstr("not for this role"));
   const auto store = openCompany(cluster->companyAs("Zo%C3%AB%20%22R", "read"), Access::Write);
   const auto connection = store->connect(Sql::Dialect::Server);
   EXPECT_EQ(only(connection, "SELECT COUNT(*) FROM CustAgingDet").toLong(), 0);

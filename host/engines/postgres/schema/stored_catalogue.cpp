@@ -133,6 +133,13 @@ bool holdsCompany(Link& link) {
 
 void requireCompany(Link& link, const Address& address) {
   if (!holdsCompany(link)) {
+    if (link.number(
+            "SELECT count(*) FROM pg_namespace WHERE nspname = " + Link::literal(address.schema) +
+            " AND NOT has_schema_privilege(oid, 'USAGE')") > 0) {
+      refuseServer(address.shown,
+                   "is not for this role to read: have the owner of the schema make it a reader "
+                   "(quoracc company create --reader, or GRANT USAGE and SELECT)");
+    }
     refuseServer(address.shown, "holds no company in the schema " +
                                     QuorDataLib::shownText(address.schema) +
                                     ": name the schema (?schema=NAME), or make a company there "
