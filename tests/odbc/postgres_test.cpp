@@ -209,6 +209,7 @@ TEST_F(OverPostgres, BadDaysHaveTheirNumbers) {
   EXPECT_THAT(raised(kStatementRefused, [&] { open(connection, "SELECT pg_sleep(5)"); }),
               HasSubstr("timeout of 1 second"));
   connection->SetCommandTimeout(0);
+  EXPECT_EQ(only(connection, "SELECT current_setting('statement_timeout')"), Value("0"));
   const auto end = [&] {
     cluster->run(
         "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid <> "

@@ -244,7 +244,8 @@ TEST_F(Scripted, ErrorsHaveTheNumbersOfAFile) {
   }
   EXPECT_THAT(driver.events, IsSupersetOf({"timeout 3"}));
   driver.received.clear();
-  raised(kConnectionLost, [&] { open(connection, "SELECT 1"); });
+  EXPECT_THAT(raised(kConnectionLost, [&] { open(connection, "SELECT 1"); }),
+              HasSubstr("open again"));
   EXPECT_EQ(driver.received.size(), 2U) << "a query connects anew, once";
 }
 

@@ -17,11 +17,12 @@ bool isEndOfConnection(std::string_view state) noexcept {
   return state.starts_with("08") || state.starts_with("57P") || state == "HYT01";
 }
 
-void raiseConnectionLost() {
+void raiseConnectionLost(bool mayChange) {
   throw QuorDataLib::Error(
       kConnectionLost, "QuorDataLib",
-      "The connection to the server was lost. Whether a change that was being made is kept is not "
-      "known: look before you make it again");
+      mayChange ? "The connection to the server was lost. Whether a change that was being made is "
+                  "kept is not known: look before you make it again"
+                : "The connection to the server was lost: open again what was being read");
 }
 
 std::string stateMessage(std::string_view state, std::int32_t limit) {
@@ -30,7 +31,10 @@ std::string stateMessage(std::string_view state, std::int32_t limit) {
     return "The statement was stopped: it took longer than its command timeout of " +
            std::to_string(limit) + (limit == 1 ? " second" : " seconds");
   }
-  if (stopped) return "The statement was stopped by an administrator of the server";
+  if (stopped) {
+    return "The statement was stopped by an administrator of the server, or by a time limit that "
+           "is set there";
+  }
   if (state == "40P01" || state == "40001" || state == "55P03") {
     return "The company is being changed by another program at the same time; try again";
   }

@@ -11,8 +11,9 @@ namespace QuorHost::Rows {
 /// Whether the state says that the connection has ended.
 [[nodiscard]] bool isEndOfConnection(std::string_view state) noexcept;
 
-/// Raises `kConnectionLost`, with what is not known then.
-[[noreturn]] void raiseConnectionLost();
+/// Raises `kConnectionLost`. Where something may have been changed over the connection, nobody
+/// knows whether it was.
+[[noreturn]] void raiseConnectionLost(bool mayChange);
 
 /// What the state of the server is that it reports, in words; empty for what a statement is to
 /// blame for. `limit` are the seconds that the statement was allowed, 0 for no limit.

@@ -35,11 +35,11 @@ Database::Database(Address address, Access access, CompareTexts compare)
       access_(access),
       compare_(compare),
       environment_(makeEnvironment(*address_)) {
-  readers_.push_back(connect());
+  readers_.push_back(connect(Access::Read));
 }
 
-std::shared_ptr<Session> Database::connect() {
-  return std::make_shared<Session>(environment_, address_, access_);
+std::shared_ptr<Session> Database::connect(Access access) {
+  return std::make_shared<Session>(environment_, address_, access);
 }
 
 std::shared_ptr<Session> Database::reading() {
@@ -55,7 +55,7 @@ std::shared_ptr<Session> Database::reading() {
     }
   }
   if (readers_.size() < kMostReaders) {
-    readers_.push_back(connect());
+    readers_.push_back(connect(Access::Read));
     return readers_.back();
   }
   settle(*readers_.front(), {});
@@ -64,7 +64,7 @@ std::shared_ptr<Session> Database::reading() {
 
 std::shared_ptr<Session> Database::changing() {
   if (pinned_) return reading();
-  if (!changer_ || changer_->lost()) changer_ = connect();
+  if (!changer_ || changer_->lost()) changer_ = connect(Access::Write);
   return changer_;
 }
 

@@ -46,7 +46,7 @@ class Database {
   void rollBack() noexcept;
 
  private:
-  [[nodiscard]] std::shared_ptr<Session> connect();
+  [[nodiscard]] std::shared_ptr<Session> connect(Access access);
   void pin(std::shared_ptr<Session> session, bool snapshot);
 
   std::shared_ptr<const Address> address_;

@@ -45,14 +45,13 @@ void raiseConnectionError(const Diagnosis& diagnosis, const Address& address) {
                   ". " + adviceFor(diagnosis.state));
 }
 
-void raiseDriverError(const Diagnosis& diagnosis, const Address& address, bool lost,
-                      std::string_view statement, std::int32_t limit) {
-  if (lost || Rows::isEndOfConnection(diagnosis.state)) Rows::raiseConnectionLost();
-  const std::string where = Rows::inStatement(statement);
+void raiseDriverError(const Diagnosis& diagnosis, const Address& address,
+                      const Circumstances& circumstances) {
+  if (circumstances.lost) Rows::raiseConnectionLost(circumstances.mayChange);
+  const std::string where = Rows::inStatement(circumstances.statement);
   if (diagnosis.state == "HY001") QuorDataLib::raise(ErrorNumber::OutOfMemory, "Out of memory");
-  if (const std::string message = Rows::stateMessage(diagnosis.state, limit); !message.empty()) {
-    Rows::refuseStatement(message + where);
-  }
+  const std::string state = Rows::stateMessage(diagnosis.state, circumstances.limit);
+  if (!state.empty()) Rows::refuseStatement(state + where);
   const std::string said = shownMessage(diagnosis, address);
   if (diagnosis.state == "22003") {
     QuorDataLib::raise(ErrorNumber::Overflow, "Overflow: " + said + where);

@@ -45,17 +45,17 @@ std::shared_ptr<const EnvironmentHandle> makeEnvironment(const Address& address)
 
 Session::Session(std::shared_ptr<const EnvironmentHandle> environment,
                  std::shared_ptr<const Address> address, Access access)
-    : environment_(std::move(environment)), address_(std::move(address)) {
+    : environment_(std::move(environment)), address_(std::move(address)), access_(access) {
   SQLHANDLE raw = nullptr;
   if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, environment_->get(), &raw))) {
     raiseConnectionError(diagnose(SQL_HANDLE_ENV, environment_->get()), *address_);
   }
   connection_ = ConnectionHandle(raw);
-  connect(access);
+  connect();
 }
 
-void Session::connect(Access access) {
-  if (access == Access::Read) {
+void Session::connect() {
+  if (access_ == Access::Read) {
     // A hint: who must not change anything is given a role that cannot.
     SQLSetConnectAttrW(handle(), SQL_ATTR_ACCESS_MODE, attributeValue(SQL_MODE_READ_ONLY),
                        SQL_IS_UINTEGER);
@@ -93,7 +93,11 @@ void Session::check(SQLRETURN result, SQLSMALLINT kind, SQLHANDLE handle,
   const bool asked = SQL_SUCCEEDED(SQLGetConnectAttrW(this->handle(), SQL_ATTR_CONNECTION_DEAD,
                                                       &dead, SQL_IS_UINTEGER, nullptr));
   lost_ = lost_ || Rows::isEndOfConnection(diagnosis.state) || (asked && dead == SQL_CD_TRUE);
-  raiseDriverError(diagnosis, *address_, lost_, statement, limit);
+  raiseDriverError(diagnosis, *address_,
+                   {.lost = lost_,
+                    .mayChange = access_ == Access::Write,
+                    .statement = statement,
+                    .limit = limit});
 }
 
 void Session::set(SQLINTEGER attribute, SQLULEN value) {

@@ -67,7 +67,7 @@ class Session {
   OdbcCursor* live = nullptr;
 
  private:
-  void connect(Access access);
+  void connect();
   void askNumber(SQLUSMALLINT what, void* value, std::size_t size);
   void set(SQLINTEGER attribute, SQLULEN value);
   /// Ends the open transaction in one of the two ways.
@@ -77,6 +77,7 @@ class Session {
 
   std::shared_ptr<const EnvironmentHandle> environment_;
   std::shared_ptr<const Address> address_;
+  Access access_;
   ConnectionHandle connection_;
   bool connected_ = false;
   bool lost_ = false;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/engines/store.h"
+#include "host/engines/rows/sql_state.h"
 #include "platform/data_library.h"
 #include "platform/error.h"
 #include "platform/values/shown_text.h"
@@ -109,42 +109,6 @@ std::string missingMessage(const PGresult* result, const Sql::Catalogue& catalog
          " of table " + spelled.table() + ", which cannot be null";
 }
 
-/// What the state of the server is that it reports, in words; empty for what a statement is to
-/// blame for.
-std::string stateMessage(std::string_view state, std::int32_t limit) {
-  if (state == "57014" && limit > 0) {
-    return "The statement was stopped: it took longer than its command timeout of " +
-           std::to_string(limit) + (limit == 1 ? " second" : " seconds");
-  }
-  if (state == "57014") {
-    return "The statement was stopped by an administrator of the server, or by a time limit that "
-           "is set there";
-  }
-  if (state == "40P01" || state == "40001" || state == "55P03") {
-    return "The company is being changed by another program at the same time; try again";
-  }
-  if (state == "25P02") {
-    return "An earlier statement of the transaction or snapshot failed, and nothing goes on in it: "
-           "drop it and begin anew; nothing of it is kept";
-  }
-  if (state == "25006") {
-    return "The company cannot be changed: it was opened for reading only, or the server takes no "
-           "changes";
-  }
-  if (state == "42501") {
-    return "The role has no right to do this: have the owner of the schema grant it";
-  }
-  if (state == "53100") return "The disk of the server is full; make room and try again";
-  if (state.starts_with("53")) {
-    return "The server has no memory or no connection left; try again later";
-  }
-  return {};
-}
-
-bool isEndOfConnection(std::string_view state) {
-  return state.starts_with("08") || state.starts_with("57P");
-}
-
 }  // namespace
 
 void refuseServer(const std::string& address, const std::string& what) {
@@ -167,15 +131,12 @@ void raiseServerError(PGconn* connection, const PGresult* result,
                       const Circumstances& circumstances) {
   const Sql::Catalogue& catalogue = *circumstances.catalogue;
   const std::string_view state = part(result, PG_DIAG_SQLSTATE);
-  if (PQstatus(connection) == CONNECTION_BAD || isEndOfConnection(state)) {
-    throw Error(kConnectionLost, std::string(kSource),
-                circumstances.mayChange
-                    ? "The connection to the server was lost. Whether a change that was being made "
-                      "is kept is not known: look before you make it again"
-                    : "The connection to the server was lost: open again what was being read");
+  if (PQstatus(connection) == CONNECTION_BAD || Rows::isEndOfConnection(state)) {
+    Rows::raiseConnectionLost(circumstances.mayChange);
   }
   const std::string where = inStatement(circumstances.statement);
-  if (const std::string message = stateMessage(state, circumstances.limit); !message.empty()) {
+  if (const std::string message = Rows::stateMessage(state, circumstances.limit);
+      !message.empty()) {
     refuseStatement(message + where);
   }
   if (state == "22003") {
