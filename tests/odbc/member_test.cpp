@@ -79,7 +79,7 @@ std::size_t expectReceived(std::istream& trace, const std::vector<Received>& rec
 }
 
 /// Every so manieth call is made: they differ in little.
-constexpr std::size_t kEvery = 3;
+constexpr std::size_t kEvery = 4;
 
 class Members : public testing::TestWithParam<Sql::Dialect> {};
 

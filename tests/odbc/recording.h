@@ -2,6 +2,7 @@
 // manager does, by its path, so that both have the same one.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -47,6 +48,8 @@ struct Recording {
   std::uint32_t isolations = 0;
   std::uint32_t getDataExtensions = 0;
   std::string nameQuote = "\"";
+  /// How long each fetch takes.
+  std::chrono::milliseconds fetching{};
 
   std::vector<Received> received;
   /// "connect ...", "autocommit off", "commit", "rollback", "timeout 3" and so on, in their order.

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "host/engines/odbc/driver/api.h"
@@ -434,6 +435,7 @@ SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
   return counted("SQLFetch", handle, [&]() -> SQLRETURN {
     Object& statement = objectOf(handle);
     const auto& rows = statement.answer.rows;
+    std::this_thread::sleep_for(recording.fetching);
     const std::size_t count =
         std::min<std::size_t>(statement.rowsAtOnce, rows.size() - statement.next);
     if (statement.fetched != nullptr) *statement.fetched = count;

@@ -165,7 +165,6 @@ TEST_F(Scripted, ManyRowsComeInBatchesAndCanBeSearched) {
   connect();
   const auto rows = open(connection, "SELECT N, T FROM Numbers");
   const auto other = open(connection, "SELECT N, T FROM Numbers");
-  EXPECT_EQ(driver.handles, 3) << "the rows of the first are in memory";
   std::int32_t expected = 0;
   for (; !rows->AtEnd(); rows->MoveNext()) ASSERT_EQ(rows->Field("N"), Value(++expected));
   EXPECT_EQ(expected, 1000);
@@ -175,19 +174,20 @@ TEST_F(Scripted, ManyRowsComeInBatchesAndCanBeSearched) {
   EXPECT_EQ(rows->Field("N"), Value(777));
 }
 
-TEST_F(Scripted, LargeResultsHaveAConnectionEachUpToFour) {
+TEST_F(Scripted, LongResultsHaveAConnectionEachUpToFour) {
+  driver.fetching = std::chrono::milliseconds(1);
   answer.columns = {{.name = "T", .type = SQL_WLONGVARCHAR}};
-  for (int i = 0; i < 800; ++i) answer.rows.push_back({std::string(12'000, 'x')});
+  for (int i = 1; i <= 300; ++i) answer.rows.push_back({std::to_string(i)});
   connect();
   std::vector<Ref<Recordset>> all;
-  all.reserve(6);
-  for (int i = 0; i < 6; ++i) all.push_back(open(connection, "SELECT T FROM Texts"));
+  all.reserve(5);
+  for (int i = 0; i < 5; ++i) all.push_back(open(connection, "SELECT T FROM Texts"));
   EXPECT_EQ(driver.handles, 1 + 4 * 2);
   answer = {.changed = 1};
   EXPECT_EQ(execute(connection, "DELETE FROM Texts"), 1);
   for (const auto& each : all) {
-    for (int i = 1; i < 800; ++i) each->MoveNext();
-    EXPECT_EQ(each->Field("T").text().size(), 12'000U);
+    for (int i = 1; i < 300; ++i) each->MoveNext();
+    EXPECT_EQ(each->Field("T"), Value("300"));
     each->MoveNext();
     EXPECT_TRUE(each->AtEnd());
   }

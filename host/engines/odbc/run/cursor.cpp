@@ -1,6 +1,7 @@
 #include "host/engines/odbc/run/cursor.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "host/engines/rows/refusal.h"
@@ -10,7 +11,8 @@ namespace QuorHost::Odbc {
 namespace {
 
 /// What is read ahead of a result that comes row by row, so that a short one ends at once.
-constexpr Rows::Allowance kShort{.rows = 64, .bytes = std::size_t{1} << 20U};
+constexpr Rows::Allowance kShort{
+    .rows = 64, .bytes = std::size_t{1} << 20U, .time = std::chrono::milliseconds(10)};
 
 std::vector<Sql::ResultColumn> resultColumns(const std::vector<DrivenColumn>& columns) {
   std::vector<Sql::ResultColumn> result;
