@@ -40,6 +40,10 @@ TEST(ServerAddress, IsTakenApartAndShownWithoutItsPassword) {
   EXPECT_EQ(address.schema, "a \"b");
   EXPECT_EQ(given(address, "password"), "p@ss");
   EXPECT_EQ(given(address, "dbname"), "books");
+  // One that falls silent is given up, when the text says nothing else.
+  EXPECT_EQ(given(address, "tcp_user_timeout"), "90000");
+  const Address patient = readAddress("postgresql://db/books?tcp_user_timeout=0");
+  EXPECT_EQ(std::ranges::count(patient.names, "tcp_user_timeout"), 1);
   for (const char* const text :
        {"postgresql://ann:secret@db/books", "postgres://ann:secret@db",
         "postgresql://ann:s@secret@db/x", "postgresql://ann@db/books?password=secret&schema=a",

@@ -222,7 +222,7 @@ TEST_F(PostgresFailures, RolesMayHaveLimits) {
     EXPECT_THAT(raised(kPathFileAccess, [&] { (void)openCompanyFile(address, Access::Read); }),
                 HasSubstr("too many connections"));
   }
-  cluster->run("ALTER ROLE few SET statement_timeout = '100ms'; ALTER ROLE few CONNECTION LIMIT 9");
+  cluster->run("ALTER ROLE few SET statement_timeout = '400ms'; ALTER ROLE few CONNECTION LIMIT 9");
   const auto store = openCompanyFile(address, Access::Read);
   const auto connection = store->connect(Sql::Dialect::Server);
   connection->SetCommandTimeout(60);
@@ -269,15 +269,28 @@ TEST_F(PostgresFailures, TwoThatWaitForEachOtherAreParted) {
   cluster->run("ALTER ROLE quor RESET deadlock_timeout");
 }
 
-TEST_F(PostgresFailures, FullDiskKeepsNothing) {
-  const std::string place = cluster->folder() / "tiny";
-  std::filesystem::create_directory(place);
-  if (::mount("none", place.c_str(), "tmpfs", 0, "size=300k,mode=777,uid=65534,gid=65534") != 0) {
-    GTEST_SKIP() << "no file system can be mounted here";
+/// A file system of its own with little room, where one can be mounted.
+struct TinyDisk {
+  explicit TinyDisk(std::string folder) : place(std::move(folder)) {
+    std::filesystem::create_directory(place);
+    mounted = ::mount("none", place.c_str(), "tmpfs", 0, "size=300k,uid=65534,gid=65534") == 0;
   }
+  ~TinyDisk() {
+    if (mounted) ::umount2(place.c_str(), MNT_DETACH);
+  }
+  TinyDisk(const TinyDisk&) = delete;
+  TinyDisk& operator=(const TinyDisk&) = delete;
+
+  std::string place;
+  bool mounted = false;
+};
+
+TEST_F(PostgresFailures, FullDiskKeepsNothing) {
+  const TinyDisk disk(cluster->folder() / "tiny");
+  if (!disk.mounted) GTEST_SKIP() << "no file system can be mounted here";
   {
     const auto store = make("full", 3);
-    EXPECT_EQ(cluster->run("CREATE TABLESPACE tiny LOCATION '" + place + "'"), "");
+    EXPECT_EQ(cluster->run("CREATE TABLESPACE tiny LOCATION '" + disk.place + "'"), "");
     EXPECT_EQ(cluster->run("ALTER TABLE \"full\".entry SET TABLESPACE tiny"), "");
     const auto transaction = store->begin();
     EXPECT_THAT(raised(QuorDataLib::kStatementRefused,
@@ -292,7 +305,6 @@ TEST_F(PostgresFailures, FullDiskKeepsNothing) {
   EXPECT_EQ(cluster->run("DROP SCHEMA \"full\" CASCADE"), "");
   cluster->run("CHECKPOINT");
   EXPECT_EQ(cluster->run("DROP TABLESPACE tiny"), "");
-  EXPECT_EQ(::umount2(place.c_str(), MNT_DETACH), 0);
 }
 
 TEST_F(PostgresFailures, WhatNoCompanyCanHoldNamesTableAndColumn) {
