@@ -24,6 +24,8 @@ struct Kind {
   std::string (*shown)(std::string_view company);
   std::shared_ptr<Store> (*open)(const std::string& company, Access access);
   std::shared_ptr<Store> (*create)(const std::string& company, const OnServer& how);
+  /// Why there are none, where the engine's library was not there when the program was built.
+  const char* missing = nullptr;
 };
 
 #if !defined(QUORACC_POSTGRES) || !defined(QUORACC_ODBC)
@@ -34,19 +36,6 @@ std::string beginningOf(std::string_view company) {
   if (company.substr(beginning.size()).starts_with("//")) beginning += "//";
   return beginning + "...";
 }
-
-/// An engine whose library was not there when the program was built.
-template <class Missing>
-struct MissingKind {
-  static std::shared_ptr<Store> open(const std::string& /*company*/, Access /*access*/) {
-    Missing::refuse();
-  }
-  static std::shared_ptr<Store> create(const std::string& /*company*/, const OnServer& /*how*/) {
-    Missing::refuse();
-  }
-  static constexpr Kind kind{
-      .names = Missing::names, .shown = beginningOf, .open = open, .create = create};
-};
 
 #endif
 
@@ -62,17 +51,15 @@ constexpr Kind kPostgres{.names = Postgres::isServerAddress,
                                return Postgres::createServer(company, how, Sqlite::compareTexts);
                              }};
 #else
-struct MissingPostgres {
-  static bool names(std::string_view company) noexcept {
-    return company.starts_with("postgresql://") || company.starts_with("postgres://");
-  }
-  [[noreturn]] static void refuse() {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "This program was built without PostgreSQL: name a company file, or build "
-                       "it where the server's client library is installed (libpq-dev)");
-  }
-};
-constexpr const Kind& kPostgres = MissingKind<MissingPostgres>::kind;
+bool isPostgres(std::string_view company) noexcept {
+  return company.starts_with("postgresql://") || company.starts_with("postgres://");
+}
+constexpr Kind kPostgres{
+    .names = isPostgres,
+    .shown = beginningOf,
+    .missing =
+        "This program was built without PostgreSQL: name a company file, or build it where "
+        "the server's client library is installed (libpq-dev)"};
 #endif
 
 #ifdef QUORACC_ODBC
@@ -87,15 +74,13 @@ constexpr Kind kOdbc{
       Odbc::refuseToCreate(company);
     }};
 #else
-struct MissingOdbc {
-  static bool names(std::string_view company) noexcept { return company.starts_with("odbc:"); }
-  [[noreturn]] static void refuse() {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "This program was built without ODBC: name a company file, or build it "
-                       "where a driver manager is installed (unixodbc-dev)");
-  }
-};
-constexpr const Kind& kOdbc = MissingKind<MissingOdbc>::kind;
+bool isOdbc(std::string_view company) noexcept { return company.starts_with("odbc:"); }
+constexpr Kind kOdbc{
+    .names = isOdbc,
+    .shown = beginningOf,
+    .missing =
+        "This program was built without ODBC: name a company file, or build it where a "
+        "driver manager is installed (unixodbc-dev)"};
 #endif
 
 /// What a company that is no file is; null for a file.
@@ -104,6 +89,15 @@ const Kind* kindOf(std::string_view company) noexcept {
     if (kind->names(company)) return kind;
   }
   return nullptr;
+}
+
+/// The same where it is to be used. Raises 5 when this program cannot.
+const Kind* usableKindOf(std::string_view company) {
+  const Kind* const kind = kindOf(company);
+  if (kind != nullptr && kind->missing != nullptr) {
+    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument, kind->missing);
+  }
+  return kind;
 }
 
 }  // namespace
@@ -116,7 +110,7 @@ std::string shownCompany(const std::string& company) {
 }
 
 std::shared_ptr<Store> openCompanyFile(const std::string& path, Access access) {
-  const Kind* const server = kindOf(path);
+  const Kind* const server = usableKindOf(path);
   return server == nullptr ? Sqlite::openFile(path, access) : server->open(path, access);
 }
 
@@ -133,7 +127,7 @@ std::shared_ptr<Store> openChangedCopy(const std::string& path,
 
 std::shared_ptr<Store> createCompanyFile(const std::string& path, Durability durability,
                                          const OnServer& onServer) {
-  if (const Kind* const server = kindOf(path)) return server->create(path, onServer);
+  if (const Kind* const server = usableKindOf(path)) return server->create(path, onServer);
   if (!onServer.readers.empty()) {
     QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
                        "A file knows no roles: who may read it is a matter of its permissions, and "
@@ -150,7 +144,7 @@ bool isCompanyHeader(std::string_view header) noexcept { return Sqlite::isCompan
 
 std::vector<std::string> companyFileFindings(const std::string& path) {
   // What stands in the way of opening a server's company stands in the way of looking at it.
-  if (const Kind* const server = kindOf(path)) {
+  if (const Kind* const server = usableKindOf(path)) {
     return server->open(path, Access::Read)->integrityFindings();
   }
   return Sqlite::fileFindings(*Sqlite::openDatabase(path, Access::Read));
