@@ -6,6 +6,8 @@ JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 # Thousands of customer invoices of the companies that are measured: "make bench BENCH_SCALES='10 100 1000'".
 BENCH_SCALES ?= 10 100
+# A server that is measured beside the files: "make bench BENCH_SERVER=postgresql://user@host/database".
+BENCH_SERVER ?=
 # How long each fuzz target runs.
 FUZZ_SECONDS ?= 30
 # Lint only what has changed since this revision; empty for everything.
@@ -38,9 +40,10 @@ test: packages build/release/build.ninja ## the release build with its tests, an
 	@if $(WINDOWS_READY); then $(MAKE) --no-print-directory BOOTSTRAP= wine; \
 	else echo "The tests of the COM server are left out: Wine and a compiler for it are not to be had here."; fi
 
-bench: packages build/release/build.ninja ## measure against the engine used by hand (BENCH_SCALES, BENCH_FILTER)
+bench: packages build/release/build.ninja ## measure against the engine used by hand (BENCH_SCALES, BENCH_SERVER, BENCH_FILTER)
 	@cmake --build --preset release -j $(JOBS) --target quoracc_bench
 	@build/release/bin/quoracc_bench --companies=build/bench --scales="$(BENCH_SCALES)" \
+	  $(if $(BENCH_SERVER),--server="$(BENCH_SERVER)") \
 	  $(if $(BENCH_FILTER),--benchmark_filter="$(BENCH_FILTER)")
 	@test ! -x $(COM_BENCH) || (cd $(dir $(COM_BENCH)) && \
 	  $(CURDIR)/tests/com/run.sh $(CURDIR)/build/windows64/wine $(notdir $(COM_BENCH)))

@@ -31,6 +31,11 @@ void addProjects(Suite& suite, Companies& companies, int scale);
 /// the memory of a long scan.
 void addRecordsets(Suite& suite, Companies& companies);
 
+/// The company of `scale` thousand invoices on `server`, a connection without a schema, beside the
+/// file and beside the same SQL over the server's client library by hand. The company is copied to
+/// a schema of its own there, and stays.
+void addServer(Suite& suite, Companies& companies, int scale, const std::string& server);
+
 /// The inventory of a company of a million movements, which is kept in `folder`.
 void addInventory(Suite& suite, const std::string& folder);
 

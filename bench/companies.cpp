@@ -14,8 +14,10 @@ Company::Company(const std::string& path)
       connection_(host_.connection()),
       customers_(QuorDataLib::make<QuorAccQueries::CCustomerQueries>()),
       suppliers_(QuorDataLib::make<QuorAccQueries::CSupplierQueries>()),
-      byHand_(QuorHost::Sqlite::openDatabase(path, QuorHost::Access::Read,
-                                             QuorHost::Sqlite::kBusyTimeout)) {
+      byHand_(QuorHost::isServer(path)
+                  ? nullptr
+                  : QuorHost::Sqlite::openDatabase(path, QuorHost::Access::Read,
+                                                   QuorHost::Sqlite::kBusyTimeout)) {
   customers_->SetCustomConnection(connection_);
   suppliers_->SetCustomConnection(connection_);
 }

@@ -14,7 +14,7 @@
 
 namespace QuorBench {
 
-/// One company file, open through the host and, with the host's own settings, by hand.
+/// One company, open through the host and, a file with the host's own settings, by hand.
 class Company {
  public:
   explicit Company(const std::string& path);
@@ -32,7 +32,7 @@ class Company {
 
   [[nodiscard]] QuorHost::Store& store() { return *store_; }
 
-  /// A handle of its own on the same file.
+  /// A handle of its own on the same file; none on a server.
   [[nodiscard]] sqlite3* byHand() const { return byHand_->handle(); }
 
  private:
@@ -55,12 +55,11 @@ class Companies {
   /// The same file, opened once more for a single measurement.
   std::shared_ptr<Company> openApart(int scale) const;
 
+  /// The file of that company, which is made when it is not there.
+  [[nodiscard]] std::string file(int scale) const;
   [[nodiscard]] const std::string& folder() const { return folder_; }
 
  private:
-  /// The file of that company, which is made when it is not there.
-  [[nodiscard]] std::string file(int scale) const;
-
   std::string folder_;
   std::map<int, std::shared_ptr<Company>> open_;
 };

@@ -25,11 +25,13 @@ std::string option(std::vector<char*>& arguments, std::string_view name, std::st
 }  // namespace
 
 /// Arguments: `--companies=FOLDER` keeps the sample companies, `--scales="10 100"` are the sizes of
-/// the large ones in thousands of invoices; all others are Google Benchmark's.
+/// the large ones in thousands of invoices, `--server=CONNECTION` names a server that is measured,
+/// too; all others are Google Benchmark's.
 int main(int argc, char** argv) try {
   std::vector<char*> arguments(argv, argv + argc);
   const std::string folder = option(arguments, "companies", "build/bench");
   QuorBench::Companies companies(folder);
+  const std::string server = option(arguments, "server", "");
   std::istringstream text(option(arguments, "scales", "10 100"));
   std::vector<int> scales;
   for (int scale = 0; text >> scale;) scales.push_back(scale);
@@ -48,6 +50,15 @@ int main(int argc, char** argv) try {
     QuorBench::addProjects(suite, companies, std::ranges::max(scales));
   }
   QuorBench::addRecordsets(suite, companies);
+  if (!server.empty() && !scales.empty()) {
+#ifdef QUORACC_POSTGRES
+    QuorBench::addServer(suite, companies, std::ranges::max(scales), server);
+#else
+    std::fputs("quoracc_bench: this program was built without a client library for servers\n",
+               stderr);
+    return 2;
+#endif
+  }
   QuorBench::addInventory(suite, folder);
   return suite.run(static_cast<int>(arguments.size()), arguments.data());
 } catch (const std::exception& error) {

@@ -55,8 +55,10 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
         continue;
       }
       if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
-      times_[run.run_name.function_name].push_back(run.cpu_accumulated_time /
-                                                   static_cast<double>(run.iterations));
+      // Runs that are timed by the wall have it in their name.
+      const double spent =
+          run.run_name.time_type.empty() ? run.cpu_accumulated_time : run.real_accumulated_time;
+      times_[run.run_name.function_name].push_back(spent / static_cast<double>(run.iterations));
     }
   }
 
@@ -112,15 +114,19 @@ class Suite::Reporter : public benchmark::BenchmarkReporter {
   bool failed_ = false;
 };
 
-void Suite::compare(std::string name, double goal, std::function<Pair()> setUp) {
-  entries_.push_back(
-      {.name = std::move(name), .goal = goal, .hasReference = true, .setUp = std::move(setUp)});
+void Suite::compare(std::string name, double goal, std::function<Pair()> setUp, Clock clock) {
+  entries_.push_back({.name = std::move(name),
+                      .goal = goal,
+                      .hasReference = true,
+                      .setUp = std::move(setUp),
+                      .clock = clock});
 }
 
-void Suite::limit(std::string name, double milliseconds, std::function<Work()> setUp) {
+void Suite::limit(std::string name, double milliseconds, std::function<Work()> setUp, Clock clock) {
   entries_.push_back({.name = std::move(name),
                       .goal = milliseconds,
-                      .setUp = [setUp = std::move(setUp)] { return Pair{setUp(), {}}; }});
+                      .setUp = [setUp = std::move(setUp)] { return Pair{setUp(), {}}; },
+                      .clock = clock});
 }
 
 void Suite::figure(std::string name, double goal, std::string unit,
@@ -169,9 +175,10 @@ int Suite::run(int argc, char** argv) {
       }
     };
     const auto add = [&](const char* suffix, Work Pair::* half) {
-      benchmark::RegisterBenchmark(
+      auto* const added = benchmark::RegisterBenchmark(
           (entry.name + suffix).c_str(),
           [measure, half](benchmark::State& state) { measure(state, half); });
+      if (entry.clock == Clock::Wall) added->UseRealTime();
     };
     add(kOurs, &Pair::ours);
     if (entry.hasReference) add(kReference, &Pair::reference);

@@ -1,12 +1,16 @@
 // What is measured, against what, and the goal it has to meet.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace QuorBench {
+
+/// Which time counts: the program's own, or also that of a server which it waits for.
+enum class Clock : std::uint8_t { Processor, Wall };
 
 /// Something to be timed; called once per iteration.
 using Work = std::function<void()>;
@@ -22,10 +26,12 @@ struct Pair {
 class Suite {
  public:
   /// Our work against the reference's; `goal` is the ratio of times to stay under.
-  void compare(std::string name, double goal, std::function<Pair()> setUp);
+  void compare(std::string name, double goal, std::function<Pair()> setUp,
+               Clock clock = Clock::Processor);
 
   /// Our work against a fixed time to stay under, in milliseconds.
-  void limit(std::string name, double milliseconds, std::function<Work()> setUp);
+  void limit(std::string name, double milliseconds, std::function<Work()> setUp,
+             Clock clock = Clock::Processor);
 
   /// A figure of its own to stay under, measured once. `unit` stands behind it (" KiB").
   void figure(std::string name, double goal, std::string unit, std::function<double()> measure);
@@ -40,6 +46,7 @@ class Suite {
     double goal = 0;
     bool hasReference = false;
     std::function<Pair()> setUp;
+    Clock clock = Clock::Processor;
     // Of a figure, in place of the two.
     std::function<double()> measure;
     std::string unit;

@@ -117,8 +117,9 @@ std::vector<std::string> Database::rows(const Translation& translation, const Va
 std::vector<std::string> Database::rows(const Write::TranslatedStatement& statement,
                                         const Values& values) {
   Values all;
-  Rows::giveMarkers(statement.translation().markers.size(), statement.numbers, values,
-                    [&](std::size_t /*marker*/, const Value& value) { all.push_back(value); });
+  QuorHost::Rows::giveMarkers(
+      statement.translation().markers.size(), statement.numbers, values,
+      [&](std::size_t /*marker*/, const Value& value) { all.push_back(value); });
   return rows(statement.translation(), all);
 }
 
