@@ -134,6 +134,7 @@ void Database::hold() {
 
 void Database::commit() {
   sendRows();
+  pinned_->link.awaitCopy();
   settle(*pinned_, {});
   const bool failed = pinned_->link.failed();
   if (!failed) pinned_->link.run("COMMIT");
@@ -164,9 +165,7 @@ void Database::sendRows() {
   for (const std::shared_ptr<WaitingRows>& waiting : waiting_) {
     const std::string rows = std::exchange(waiting->rows, {});
     if (rows.empty()) continue;
-    pinned_->link.beginCopy(waiting->statement);
-    pinned_->link.copy(rows);
-    pinned_->link.endCopy();
+    pinned_->link.copy(waiting->statement, rows);
   }
   std::erase_if(waiting_, [](const auto& waiting) { return waiting.use_count() == 1; });
 }

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <ctime>
+#include <utility>
 
 #include "host/engines/postgres/server/server_error.h"
 #include "host/sql/names.h"
@@ -78,11 +79,13 @@ Result Link::checked(PGresult* raw, std::string_view text) {
 }
 
 Result Link::run(const std::string& sql, std::string_view text) {
+  awaitCopy();
   return checked(PQexec(connection_.get(), sql.c_str()), text);
 }
 
 Result Link::run(const std::string& sql, const std::vector<Argument>& arguments,
                  std::string_view text) {
+  awaitCopy();
   std::vector<Oid> types;
   std::vector<const char*> values;
   for (const Argument& argument : arguments) {
@@ -94,7 +97,10 @@ Result Link::run(const std::string& sql, const std::vector<Argument>& arguments,
                  text);
 }
 
-void Link::tryTo(const char* sql) noexcept { PQclear(PQexec(connection_.get(), sql)); }
+void Link::tryTo(const char* sql) noexcept {
+  takeCopied();
+  PQclear(PQexec(connection_.get(), sql));
+}
 
 std::int64_t Link::number(const std::string& sql) {
   const Result result = run(sql);
@@ -120,22 +126,28 @@ void Link::rollBack() noexcept {
   limit_ = -1;  // of no statement: the next one says it again
 }
 
-void Link::beginCopy(const std::string& sql) { run(sql); }
-
-void Link::copy(std::string_view rows) {
-  if (PQputCopyData(connection_.get(), rows.data(), static_cast<int>(rows.size())) != 1) {
+void Link::copy(const std::string& sql, std::string_view rows) {
+  run(sql);
+  copying_ = true;
+  if (PQputCopyData(connection_.get(), rows.data(), static_cast<int>(rows.size())) != 1 ||
+      PQputCopyEnd(connection_.get(), nullptr) != 1) {
+    copying_ = false;
     raiseServerError(connection_.get(), nullptr,
                      {.mayChange = mayChange_, .catalogue = catalogue_});
   }
 }
 
-void Link::endCopy() {
-  PQputCopyEnd(connection_.get(), nullptr);
+Result Link::takeCopied() noexcept {
+  if (!std::exchange(copying_, false)) return {};
   Result result(PQgetResult(connection_.get()));
-  // The state is ready for the next statement when there is no further result.
+  // The connection is ready for the next statement when there is no further result.
   while (const Result more{PQgetResult(connection_.get())}) {
   }
-  checked(result.release(), {});
+  return result;
+}
+
+void Link::awaitCopy() {
+  if (Result result = takeCopied()) checked(result.release(), {});
 }
 
 }  // namespace QuorHost::Postgres

@@ -59,11 +59,11 @@ class Link {
   /// Undoes the open transaction, and what it has set.
   void rollBack() noexcept;
 
-  /// Begins to copy rows into a table, by a COPY statement.
-  void beginCopy(const std::string& sql);
-  void copy(std::string_view rows);
-  /// Ends the copying and raises what was wrong with the rows.
-  void endCopy();
+  /// Sends rows into a table, by a COPY statement, and does not wait for the server to take them:
+  /// what is wrong with them is raised before the next statement, or by `awaitCopy`.
+  void copy(const std::string& sql, std::string_view rows);
+  /// Waits until the rows that were sent last are in their table; raises what was wrong with them.
+  void awaitCopy();
 
   /// Whether the connection has been lost.
   [[nodiscard]] bool lost() const noexcept { return PQstatus(connection_.get()) == CONNECTION_BAD; }
@@ -85,11 +85,15 @@ class Link {
   };
 
   Result checked(PGresult* result, std::string_view text);
+  /// Takes what the server says of the rows that were sent last; null where none are on their way.
+  Result takeCopied() noexcept;
 
   std::unique_ptr<PGconn, Finish> connection_;
   const Sql::Catalogue* catalogue_;
   bool mayChange_;
   std::int32_t limit_ = 0;
+  bool copying_ =
+      false;  // rows have been sent, and the server has not yet said what it made of them
 };
 
 }  // namespace QuorHost::Postgres
