@@ -19,7 +19,9 @@ class Scripted : public testing::Test {
   Scripted() {
     driver = {};
     driver.isolations = SQL_TXN_REPEATABLE_READ;
-    driver.answer = [this](const Received&) { return answer; };
+    driver.answer = [this](const Received& received) {
+      return received.text == "SELECT 1" ? Answer{} : answer;
+    };
   }
   void TearDown() override {
     connection = {};
@@ -244,7 +246,7 @@ TEST_F(Scripted, ErrorsHaveTheNumbersOfAFile) {
   }
   EXPECT_THAT(driver.events, IsSupersetOf({"timeout 3"}));
   driver.received.clear();
-  EXPECT_THAT(raised(kConnectionLost, [&] { open(connection, "SELECT 1"); }),
+  EXPECT_THAT(raised(kConnectionLost, [&] { open(connection, "SELECT 2"); }),
               HasSubstr("open again"));
   EXPECT_EQ(driver.received.size(), 2U) << "a query connects anew, once";
 }
@@ -279,7 +281,7 @@ TEST_F(Scripted, ATransactionIsKeptWhenItIsCommittedAndNothingGoesOnInAFailedOne
       EXPECT_THAT(raised(kStatementRefused, action), HasSubstr("drop it and begin anew"));
     };
     ended([&] { execute(connection, "DELETE FROM T"); });
-    ended([&] { open(connection, "SELECT 1"); });
+    ended([&] { open(connection, "SELECT 2"); });
     EXPECT_THAT(raised(kStatementRefused, [&] { transaction->commit(); }), HasSubstr("undone"));
     EXPECT_TRUE(driver.received.empty());
   }
@@ -303,11 +305,11 @@ TEST_F(Scripted, ASnapshotIsARepeatableReadWhereTheDriverHasOne) {
   {
     const auto moment = store->hold();
     driver.failIn = "SQLExecDirectW";
-    raised(kStatementRefused, [&] { open(connection, "SELECT 1"); });
+    raised(kStatementRefused, [&] { open(connection, "SELECT 2"); });
     driver.failIn.clear();
-    raised(kStatementRefused, [&] { open(connection, "SELECT 1"); });
+    raised(kStatementRefused, [&] { open(connection, "SELECT 2"); });
   }
-  (void)open(connection, "SELECT 1");
+  (void)open(connection, "SELECT 2");
   driver.isolations = SQL_TXN_READ_COMMITTED;
   EXPECT_THAT(raised(ErrorNumber::InvalidArgument, [&] { (void)store->hold(); }),
               HasSubstr("one moment"));

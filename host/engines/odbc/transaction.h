@@ -24,7 +24,7 @@ class OdbcTransaction final : public Transaction {
 
 class OdbcSnapshot final : public Snapshot {
  public:
-  /// Begins; the moment is that of the first statement. Raises 5 when a snapshot is held already,
+  /// Begins. Raises 5 when a snapshot is held already,
   /// or where the driver has none.
   explicit OdbcSnapshot(std::shared_ptr<Database> database);
   ~OdbcSnapshot() override;

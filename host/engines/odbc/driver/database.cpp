@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/engines/odbc/run/cursor.h"
+#include "host/engines/odbc/run/statement.h"
 #include "platform/error.h"
 
 namespace QuorHost::Odbc {
@@ -68,9 +69,26 @@ std::shared_ptr<Session> Database::changing() {
   return changer_;
 }
 
-void Database::pin(std::shared_ptr<Session> session, bool snapshot) {
-  session->begin(snapshot);
-  pinned_ = std::move(session);
+template <class Connect>
+void Database::pin(const Connect& connect, bool snapshot) {
+  const auto beginOn = [&](std::shared_ptr<Session> session) {
+    session->begin(snapshot);
+    try {
+      // Drivers begin with the first statement, whose moment a snapshot is of.
+      Statement(session, "SELECT 1").run({}, 0);
+    } catch (...) {
+      session->rollBack();
+      throw;
+    }
+    pinned_ = std::move(session);
+  };
+  try {
+    beginOn(connect());
+  } catch (const QuorDataLib::Error& error) {
+    if (error.number() != kConnectionLost) throw;
+    // It was lost since it was last used. Nothing has begun, so that another one serves.
+    beginOn(connect());
+  }
 }
 
 void Database::begin() {
@@ -78,7 +96,7 @@ void Database::begin() {
     QuorDataLib::raise(ErrorNumber::InvalidArgument,
                        "A transaction is open already: commit it before the next one begins");
   }
-  pin(changing(), false);
+  pin([this] { return changing(); }, false);
 }
 
 void Database::hold() {
@@ -86,7 +104,7 @@ void Database::hold() {
     QuorDataLib::raise(ErrorNumber::InvalidArgument,
                        "A snapshot is held already: drop it before the next one is taken");
   }
-  pin(reading(), true);
+  pin([this] { return reading(); }, true);
 }
 
 void Database::commit() {

@@ -37,8 +37,8 @@ class Database {
   /// Whether all runs on one connection, in a transaction or a snapshot.
   [[nodiscard]] bool pinned() const noexcept { return pinned_ != nullptr; }
 
-  /// Begins a transaction, or a snapshot. Raises 5 when one is open already, or where the driver
-  /// has none.
+  /// Begins a transaction, or a snapshot of this moment. Raises 5 when one is open already, or
+  /// where the driver has none.
   void begin();
   void hold();
   /// Ends it; a commit of what has failed raises a refused statement and keeps nothing.
@@ -47,7 +47,10 @@ class Database {
 
  private:
   [[nodiscard]] std::shared_ptr<Session> connect(Access access);
-  void pin(std::shared_ptr<Session> session, bool snapshot);
+  /// Has everything run on the connection that `connect` gives; one that turns out to be lost is
+  /// made anew, once.
+  template <class Connect>
+  void pin(const Connect& connect, bool snapshot);
 
   std::shared_ptr<const Address> address_;
   Access access_;

@@ -1,6 +1,7 @@
 #include "host/engines/odbc/run/table.h"
 
 #include <string>
+#include <vector>
 
 #include "host/engines/odbc/run/batch.h"
 #include "host/engines/odbc/run/statement.h"
@@ -17,11 +18,15 @@ constexpr std::size_t kColumn = 3;
 /// Calls `visit` for every row of an answer, with a function that gives the text in a column.
 template <class Visit>
 void forEachRow(Statement& statement, const Visit& visit) {
-  Batch batch(statement, statement.columns());
+  const std::vector<DrivenColumn> columns = statement.columns();
+  Batch batch(statement, columns);
   while (!batch.ended()) {
     batch.fetch(statement);
     for (std::size_t row = 0; row < batch.size(); ++row) {
-      visit([&](std::size_t column) { return std::string(batch.cell(row, column).text); });
+      visit([&](std::size_t column) {
+        // What a driver leaves out is empty.
+        return std::string(column < columns.size() ? batch.cell(row, column).text : "");
+      });
     }
   }
 }
