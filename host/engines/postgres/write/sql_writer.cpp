@@ -2,14 +2,11 @@
 
 #include <algorithm>
 #include <string_view>
-#include <variant>
 
 #include "host/engines/postgres/write/kept_totals_text.h"
 #include "host/engines/postgres/write/postgres_form.h"
-#include "host/engines/write/expression_writer.h"
-#include "host/engines/write/filter.h"
-#include "host/engines/write/query_writer.h"
 #include "host/engines/write/raising.h"
+#include "host/engines/write/statement_writer.h"
 #include "host/sql/names.h"
 #include "host/sql/tree.h"
 
@@ -20,74 +17,51 @@ using Sql::Type;
 using Sql::Tree::Constraint;
 using Sql::Tree::CreateTable;
 using Sql::Tree::TableColumn;
-using Write::ExpressionWriter;
-using Write::QueryWriter;
 using ConstraintKind = Sql::Syntax::Constraint::Kind;
 
-/// Writes the statements around queries and expressions.
-class StatementWriter {
+class ServerStatementWriter final : public Write::StatementWriter {
  public:
   /// @param before  a table that gains what the statement has beyond it
-  explicit StatementWriter(const Sql::Relation* before = nullptr) : before_(before) {}
+  explicit ServerStatementWriter(const Sql::Relation* before = nullptr)
+      : StatementWriter(postgresForm(), "::text"), before_(before) {}
 
-  std::string run(const Sql::Tree::Statement& statement) {
-    std::visit(*this, statement.body);
-    return sql_.take();
-  }
-
-  void operator()(const Sql::Tree::Query* query) { write(*query, false); }
-
-  void operator()(const Sql::Tree::Insert& insert) {
-    sql_.add("INSERT INTO ").name(insert.table->name).add(" (");
-    list(insert.columns, [&](const Sql::Column* column) { sql_.name(column->name); });
-    sql_.add(") ");
-    if (insert.query == nullptr) {
-      sql_.add("VALUES (");
-      list(insert.values, [&](const Sql::Tree::Expression* value) { stored(*value); });
-      sql_.add(")");
-      return;
-    }
-    // The texts of the query become the stored ones under numbers for names.
-    sql_.add("SELECT ");
+ private:
+  /// The texts of the query become the stored ones under numbers for names.
+  void storedRows(const Sql::Tree::Insert& insert) override {
+    sql().add("SELECT ");
     int number = 0;
     list(insert.columns, [&](const Sql::Column* column) {
       const bool text = column->type == Type::Text;
-      if (text) sql_.add("quor_raw(");
-      sql_.name(std::to_string(++number));
-      if (text) sql_.add(")");
+      if (text) sql().add("quor_raw(");
+      sql().name(std::to_string(++number));
+      if (text) sql().add(")");
     });
-    sql_.add(" FROM (");
+    sql().add(" FROM (");
     write(*insert.query, false);
-    sql_.add(") AS \":rows\" (");
+    sql().add(") AS \":rows\" (");
     number = 0;
-    list(insert.columns, [&](const Sql::Column*) { sql_.name(std::to_string(++number)); });
-    sql_.add(")");
+    list(insert.columns, [&](const Sql::Column*) { sql().name(std::to_string(++number)); });
+    sql().add(")");
   }
 
-  void operator()(const Sql::Tree::Update& update) {
-    sql_.add("UPDATE ").name(update.source->name).add(" SET ");
-    list(update.assignments, [&](const Sql::Tree::Assignment& assignment) {
-      sql_.name(assignment.column->name).add(" = ");
-      stored(*assignment.value);
-    });
-    where(update.where);
+  /// A text with its blanks.
+  void stored(const Sql::Tree::Expression& value) override {
+    const bool text = value.type == Type::Text;
+    if (text) sql().add("quor_raw(");
+    write(value);
+    if (text) sql().add(")");
   }
 
-  void operator()(const Sql::Tree::Delete& erase) {
-    sql_.add("DELETE FROM ").name(erase.source->name);
-    where(erase.where);
-  }
-
-  void operator()(const CreateTable& table) {
+  void createTable(const CreateTable& table) override {
     if (before_ != nullptr) return grow(table);
-    sql_.add("CREATE TABLE ").ownName(table.name).add(" (");
+    sql().add("CREATE TABLE ").ownName(table.name).add(" (");
     list(table.columns, [&](const TableColumn& column) { tableColumn(table, column); });
     for (const Constraint& constraint : table.constraints) {
       if (holdsText(table, constraint)) continue;
-      sql_.add(", ");
-      tableConstraint(constraint);
+      sql().add(", ");
+      writeConstraint(constraint);
     }
-    sql_.add(")");
+    sql().add(")");
     for (const Constraint& constraint : table.constraints) {
       if (holdsText(table, constraint)) textKey(table, constraint);
     }
@@ -96,41 +70,35 @@ class StatementWriter {
     }
   }
 
-  void operator()(const Sql::Tree::CreateView& view) {
-    if (view.keptOf != nullptr) {
-      sql_.add(createsKeptTotals(view));
-      return;
-    }
-    sql_.add("CREATE VIEW ").ownName(view.name).add(" AS ");
-    write(*view.query, true);
+  void createTotals(const Sql::Tree::CreateView& view) override {
+    sql().add(createsKeptTotals(view));
   }
 
-  void operator()(const Sql::Tree::CreateIndex& index) {
-    sql_.add(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ").ownName(index.name);
-    sql_.add(" ON ").name(index.table).add(" (");
-    list(index.columns, [&](const Sql::Tree::IndexColumn& column) {
-      sql_.name(column.name);
-      if (isText(index, column.name)) sql_.add(" bpchar_ops");
-      sql_.add(column.descending ? " DESC NULLS LAST" : " NULLS FIRST");
-    });
-    sql_.add(")");
+  void keyOfIndex(const Sql::Tree::CreateIndex& index,
+                  const Sql::Tree::IndexColumn& column) override {
+    sql().name(column.name);
+    if (isText(index, column.name)) sql().add(" bpchar_ops");
+    sql().add(column.descending ? " DESC NULLS LAST" : " NULLS FIRST");
+  }
+
+  void endIndex(const Sql::Tree::CreateIndex& index) override {
+    sql().add(")");
     if (index.included.empty()) return;
-    sql_.add(" INCLUDE");
+    sql().add(" INCLUDE");
     names(index.included);
   }
 
- private:
   void grow(const CreateTable& table) {
     std::string_view start = "ALTER TABLE ";
     const auto begin = [&] {
-      sql_.add(start);
-      if (start != ",") sql_.name(table.name);
+      sql().add(start);
+      if (start != ",") sql().name(table.name);
       start = ",";
     };
     for (const TableColumn& column : table.columns) {
       if (before_->find(column.name) != nullptr) continue;
       begin();
-      sql_.add(" ADD COLUMN ");
+      sql().add(" ADD COLUMN ");
       tableColumn(table, column);
     }
     for (const Constraint& constraint : table.constraints) {
@@ -139,47 +107,9 @@ class StatementWriter {
       });
       if (old || constraint.kind != ConstraintKind::ForeignKey) continue;
       begin();
-      sql_.add(" ADD ");
-      tableConstraint(constraint);
+      sql().add(" ADD ");
+      writeConstraint(constraint);
     }
-  }
-
-  void write(const Sql::Tree::Query& query, bool named) {
-    QueryWriter(sql_, postgresForm()).write(query, named);
-  }
-  void write(const Sql::Tree::Expression& expression) {
-    ExpressionWriter(sql_, postgresForm()).write(expression);
-  }
-
-  /// A value as it is stored: a text with its blanks.
-  void stored(const Sql::Tree::Expression& value) {
-    const bool text = value.type == Type::Text;
-    if (text) sql_.add("quor_raw(");
-    write(value);
-    if (text) sql_.add(")");
-  }
-
-  void where(const Sql::Tree::Expression* condition) {
-    if (condition == nullptr) return;
-    sql_.add(" WHERE ");
-    ExpressionWriter(sql_, postgresForm()).writeFilter({}, Write::termsOf(condition));
-  }
-
-  template <class Items, class WriteItem>
-  void list(const Items& items, const WriteItem& writeItem) {
-    const char* separator = "";
-    for (const auto& item : items) {
-      sql_.add(separator);
-      writeItem(item);
-      separator = ", ";
-    }
-  }
-
-  /// The engine numbers rows itself where the primary key is one whole number.
-  static bool isNumbered(const CreateTable& table, const TableColumn& column) {
-    const bool whole = column.type == Type::Long || column.type == Type::Integer;
-    if (!whole || !column.primaryKey) return false;
-    return std::ranges::count(table.columns, true, &TableColumn::primaryKey) == 1;
   }
 
   static bool holdsText(const CreateTable& table, const Constraint& constraint) {
@@ -197,9 +127,9 @@ class StatementWriter {
   }
 
   void tableColumn(const CreateTable& table, const TableColumn& column) {
-    sql_.name(column.name).add(" ").add(storedType(column.type));
-    if (isNumbered(table, column)) sql_.add(" GENERATED BY DEFAULT AS IDENTITY");
-    if (!column.nullable || column.primaryKey) sql_.add(" NOT NULL");
+    sql().name(column.name).add(" ").add(storedType(column.type));
+    if (isNumbered(table, column)) sql().add(" GENERATED BY DEFAULT AS IDENTITY");
+    if (!column.nullable || column.primaryKey) sql().add(" NOT NULL");
     switch (column.type) {
       case Type::Double:
         fits(table, column, "abs(", ") < 'Infinity'", "is not finite");
@@ -223,16 +153,8 @@ class StatementWriter {
         break;
     }
     if (column.defaultValue == nullptr) return;
-    sql_.add(" DEFAULT ");
+    sql().add(" DEFAULT ");
     stored(*column.defaultValue);
-  }
-
-  /// A check that a value fits its column; what does not goes to the function that says so.
-  void fits(const CreateTable& table, const TableColumn& column, std::string_view before,
-            std::string_view after, std::string_view otherwise) {
-    sql_.add(" CHECK (").add(before).name(column.name).add(after).add(" OR quor_misfit(");
-    sql_.name(column.name).add("::text, ").literal(column.name).add(", ").literal(table.name);
-    sql_.add(", ").literal(otherwise).add("))");
   }
 
   static std::string_view storedType(Type type) {
@@ -254,55 +176,37 @@ class StatementWriter {
     }
   }
 
-  template <class Names>
-  void names(const Names& columns) {
-    sql_.add(" (");
-    list(columns, [&](std::string_view column) { sql_.name(column); });
-    sql_.add(")");
-  }
-
-  void tableConstraint(const Constraint& constraint) {
-    sql_.add(constraint.kind == ConstraintKind::PrimaryKey ? "PRIMARY KEY"
-             : constraint.kind == ConstraintKind::Unique   ? "UNIQUE"
-                                                           : "FOREIGN KEY");
-    names(constraint.columns);
-    if (constraint.kind != ConstraintKind::ForeignKey) return;
-    sql_.add(" REFERENCES ").name(constraint.table);
-    names(constraint.target);
-  }
-
   /// A key with texts in it: only an index can compare them as texts are compared.
   void textKey(const CreateTable& table, const Constraint& constraint) {
-    sql_.add("; CREATE UNIQUE INDEX ON ").name(table.name).add(" (");
+    sql().add("; CREATE UNIQUE INDEX ON ").name(table.name).add(" (");
     list(constraint.columns, [&](std::string_view name) {
-      sql_.name(name);
+      sql().name(name);
       const auto column = std::ranges::find_if(
           table.columns, [&](const TableColumn& each) { return Sql::sameName(each.name, name); });
-      if (column->type == Type::Text) sql_.add(" bpchar_ops");
+      if (column->type == Type::Text) sql().add(" bpchar_ops");
     });
-    sql_.add(")");
+    sql().add(")");
   }
 
   /// After rows that bring numbers of their own, the identity goes on behind the largest one.
   void goesOn(const CreateTable& table, const TableColumn& column) {
-    sql_.add("; CREATE TRIGGER ").name("go_on").add(" AFTER INSERT ON ").name(table.name);
-    sql_.add(" EXECUTE FUNCTION quor_go_on(").literal(Sql::lowerName(column.name)).add(")");
+    sql().add("; CREATE TRIGGER ").name("go_on").add(" AFTER INSERT ON ").name(table.name);
+    sql().add(" EXECUTE FUNCTION quor_go_on(").literal(Sql::lowerName(column.name)).add(")");
   }
 
   const Sql::Relation* before_;
-  Write::SqlText sql_{postgresText()};
 };
 
 }  // namespace
 
 std::string SqlWriter::write(const Sql::Tree::Statement& statement) const {
-  return StatementWriter().run(statement);
+  return ServerStatementWriter().run(statement);
 }
 
 bool SqlWriter::mayRaise(const Sql::Tree::Query& query) const { return Write::columnRaises(query); }
 
 std::string GrowthWriter::write(const Sql::Tree::Statement& statement) const {
-  return StatementWriter(before_).run(statement);
+  return ServerStatementWriter(before_).run(statement);
 }
 
 bool GrowthWriter::mayRaise(const Sql::Tree::Query& query) const {
