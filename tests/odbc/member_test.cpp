@@ -8,6 +8,7 @@
 #include "core/member_table.h"
 #include "host/application/host.h"
 #include "host/application/trace.h"
+#include "host/engines/odbc/driver/api.h"
 #include "odbc/driven.h"
 #include "platform/collection.h"
 #include "queries/company_fixture.h"
@@ -78,8 +79,11 @@ std::size_t expectReceived(std::istream& trace, const std::vector<Received>& rec
   return sent;
 }
 
-/// Every so manieth call is made: they differ in little.
+/// Every so manieth call is answered by a company, and answers what it does on a file; the others
+/// get no rows.
 constexpr std::size_t kEvery = 4;
+
+bool asksCatalogue(const Received& received) { return received.text.starts_with("SQL"); }
 
 class Members : public testing::TestWithParam<Sql::Dialect> {};
 
@@ -92,8 +96,12 @@ TEST_P(Members, PassThroughADriver) {
   driver.getDataExtensions = 0xFF;
   // The desktop's names stand without quotes: in double ones they are texts.
   if (GetParam() == Sql::Dialect::Desktop) driver.nameQuote = " ";
-  driver.answer = [&](const Received& received) {
-    return answerOf(there.store(), GetParam(), received);
+  bool answered = true;
+  driver.answer = [&](const Received& received) -> Answer {
+    if (answered || asksCatalogue(received)) {
+      return answerOf(there.store(), GetParam(), received);
+    }
+    return {.columns = {{.name = "None", .type = SQL_INTEGER, .size = 10}}};
   };
   std::stringstream trace;
   const auto host = [&](std::shared_ptr<Store> store, std::ostream* out) {
@@ -105,18 +113,26 @@ TEST_P(Members, PassThroughADriver) {
   std::size_t calls = 0;
   std::size_t statements = 0;
   Sql::Testing::forEachCall([&](const std::string& what, const Sql::Testing::Call& call) {
-    if (++calls % kEvery != 0 || HasFailure()) return;
+    if (HasFailure()) return;
     SCOPED_TRACE(what);
-    onFile->install();
-    const std::string expected = outcome(call);
+    answered = ++calls % kEvery == 0;
+    std::string expected;
+    if (answered) {
+      onFile->install();
+      expected = outcome(call);
+    }
     driver.received.clear();
     overDriver->install();
-    EXPECT_EQ(outcome(call), expected);
+    const std::string given = outcome(call);
+    if (answered) {
+      EXPECT_EQ(given, expected);
+    }
     statements += expectReceived(trace, driver.received);
     trace.clear();
     trace.str("");
   });
-  EXPECT_GT(statements, 300U);
+  RecordProperty("statements", std::to_string(statements));
+  EXPECT_GT(statements, 1000U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dialects, Members, testing::ValuesIn(fixture::kDialects),
