@@ -66,7 +66,9 @@ class ByHand {
  public:
   ByHand(const std::string& server, const std::string& schema)
       : connection_(PQconnectdb(server.c_str())) {
-    run("SET search_path = " + schema + "; SET jit = off; SET work_mem = '64MB'", {});
+    run("SET search_path = " + schema +
+            "; SET jit = off; SET work_mem = '64MB'; SET random_page_cost = 1.1",
+        {});
   }
 
   /// Runs a statement and copies all its values.

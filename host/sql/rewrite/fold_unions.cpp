@@ -9,7 +9,6 @@ namespace QuorHost::Sql {
 namespace {
 
 using Tree::Branch;
-using Tree::Expression;
 using Tree::Output;
 using Tree::Query;
 using Tree::Select;
