@@ -11,7 +11,7 @@ for library in QuorAccQueries QuorDataLib; do
   for name in DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer; do
     grep -qE "\[ *[0-9]+\] $name\$" <<<"$told" || fail "$library.dll does not export $name"
   done
-  strange=$(sed -n 's/.*DLL Name: //p' <<<"$told" | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|user32|shell32)\.dll$' || true)
+  strange=$(sed -n 's/.*DLL Name: //p' <<<"$told" | grep -viE '^(advapi32|kernel32|msvcrt|odbc32|ole32|oleaut32|user32|shell32)\.dll$' || true)
   [[ -z $strange ]] || fail "$library.dll needs $strange"
   grep -q 'MSFT' "$2/$library.dll" || fail "$library.dll has no type library"
   "$1" -h "$2/$library.dll" | grep -q '\.rsrc' || fail "$library.dll has no resources"

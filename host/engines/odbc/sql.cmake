@@ -1,13 +1,14 @@
 # Passing statements through ODBC, where a driver manager is installed.
-find_path(ODBC_INCLUDE_DIR sqlext.h)
-find_library(ODBC_LIBRARY odbc)
-mark_as_advanced(ODBC_INCLUDE_DIR ODBC_LIBRARY)
 if(WIN32)
-  return()
-endif()
-if(NOT ODBC_INCLUDE_DIR OR NOT ODBC_LIBRARY)
-  message(STATUS "Without ODBC: its driver manager is not installed (unixodbc-dev)")
-  return()
+  set(ODBC_LIBRARY odbc32)  # the system's own
+else()
+  find_path(ODBC_INCLUDE_DIR sqlext.h)
+  find_library(ODBC_LIBRARY odbc)
+  mark_as_advanced(ODBC_INCLUDE_DIR ODBC_LIBRARY)
+  if(NOT ODBC_INCLUDE_DIR OR NOT ODBC_LIBRARY)
+    message(STATUS "Without ODBC: its driver manager is not installed (unixodbc-dev)")
+    return()
+  endif()
 endif()
 
 add_library(quoracc_odbc
@@ -29,7 +30,9 @@ add_library(quoracc_odbc
   ${CMAKE_CURRENT_LIST_DIR}/store.cpp
   ${CMAKE_CURRENT_LIST_DIR}/transaction.cpp)
 target_include_directories(quoracc_odbc PUBLIC ${PROJECT_SOURCE_DIR})
-target_include_directories(quoracc_odbc SYSTEM PRIVATE ${ODBC_INCLUDE_DIR})
+if(ODBC_INCLUDE_DIR)
+  target_include_directories(quoracc_odbc SYSTEM PRIVATE ${ODBC_INCLUDE_DIR})
+endif()
 target_link_libraries(quoracc_odbc PUBLIC quoracc_rows PRIVATE ${ODBC_LIBRARY})
 set_target_properties(quoracc_odbc PROPERTIES UNITY_BUILD OFF)
 quoracc_target(quoracc_odbc)

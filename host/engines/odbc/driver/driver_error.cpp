@@ -24,8 +24,14 @@ std::string shownMessage(const Diagnosis& diagnosis, const Address& address) {
 /// What to do about a connection that cannot be made.
 std::string adviceFor(std::string_view state) {
   if (state == "IM002") {
+#ifdef _WIN32
+    return "See which data sources and drivers there are (odbcad32; a program sees those of its "
+           "own "
+           "word size)";
+#else
     return "See which data sources and drivers the driver manager knows (odbcinst -q -s, odbcinst "
            "-q -d), or name the driver's library by its path (Driver=/path/to/it)";
+#endif
   }
   if (state == "IM003" || state == "IM004" || state == "01000") {
     return "See that the driver's library is where it is said to be, and is one for this system";
