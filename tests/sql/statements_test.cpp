@@ -34,6 +34,14 @@ std::size_t expectBothForms(Database& database, const std::string& statement, Di
   return forms.plain.size();
 }
 
+// The release build runs all statements; under the sanitizers, which slow the storage engine down
+// for nothing, all are translated and some run.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t kEvery = 5;
+#else
+constexpr std::size_t kEvery = 1;
+#endif
+
 TEST(Statements, OfTheComponentKeepTheirRows) {
   const fixture::CompanyFile company(CreateOptions{.sample = true});
   const auto store = openCompany(company.path(), Access::Write);
@@ -42,11 +50,12 @@ TEST(Statements, OfTheComponentKeepTheirRows) {
   Database untidy(companySchema());
   fillUntidily(untidy, 1);
   std::size_t rows = 0;
+  std::size_t turn = 0;
   for (const auto& [dialect, text, values, member] : sent) {
     SCOPED_TRACE(text);
     try {
       expectUnderstood(sample, text, dialect);
-      if (sample.translate(text, dialect).columns.empty()) continue;
+      if (sample.translate(text, dialect).columns.empty() || ++turn % kEvery != 0) continue;
       rows += expectBothForms(sample, text, dialect, values);
       const Values others = markerValues(sample.translate(text, dialect));
       rows += expectBothForms(untidy, text, dialect, others);
@@ -54,7 +63,7 @@ TEST(Statements, OfTheComponentKeepTheirRows) {
       ADD_FAILURE() << error.description();
     }
   }
-  EXPECT_GT(rows, 10'000U);
+  EXPECT_GT(rows, 10'000U / kEvery);
 }
 
 /// A value, with the rows or the items of what it refers to, as text.
