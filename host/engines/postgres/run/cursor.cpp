@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <string_view>
 #include <utility>
 
 #include "host/engines/postgres/run/values.h"
@@ -18,6 +19,14 @@ constexpr int kMost = 4096;
 std::string nextName() {
   static std::atomic<std::uint64_t> number = 0;
   return "quor_" + std::to_string(++number);
+}
+
+/// Begins a transaction for a query. One that starts from a table of keys (WITH) adds up documents
+/// by the hundred thousand: the server takes too little memory for granted that a total of each
+/// needs, and is a sixth faster in the order of an index.
+const char* begins(std::string_view sql) noexcept {
+  return sql.starts_with("WITH ") ? "BEGIN READ ONLY; SET LOCAL enable_hashagg = off"
+                                  : "BEGIN READ ONLY";
 }
 
 }  // namespace
@@ -50,7 +59,7 @@ void ServerCursor::startOn(const std::shared_ptr<Session>& session) {
   Link& link = session->link;
   session_ = session;
   link.limit(limit_);
-  if (own_) link.run("BEGIN READ ONLY");
+  if (own_) link.run(begins(source_->translation().sql));
   setLive(true);
   link.run("DECLARE " + name_ + " NO SCROLL CURSOR FOR " + source_->translation().sql, arguments_,
            source_->text);
