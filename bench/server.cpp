@@ -186,6 +186,12 @@ Ref<Recordset> oneBalance(Company& company) {
 Ref<Recordset> allBalances(Company& company) {
   return company.customers().OpenCustBalance(0, kTo, 0, "");
 }
+Ref<Recordset> accountBalances(Company& company) {
+  return company.connection()->OpenRecordset(
+      "SELECT ExAcctId, SUM(DetAmnt) AS AcctBalance FROM GLDet WHERE DetDate <= ? GROUP BY "
+      "ExAcctId",
+      4, 0, Parameters::single(Value(kTo)), -1);
+}
 const char* const kScan = "SELECT InGLDetId, DetDate, DetDesc, DetAmnt FROM GLDet";
 Ref<Recordset> scan(Company& company) {
   return company.connection()->OpenRecordset(kScan, 4, 0, {}, 0);
@@ -276,6 +282,7 @@ void addServer(Suite& suite, Companies& companies, int scale, const std::string&
   compare("aging of all customers / by hand", 1.3, besideByHand, allAging);
   compare("aging of all customers / on a file", 2.5, besideFile, allAging);
   compare("balances of all customers / on a file", 1.2, besideFile, allBalances);
+  compare("balances of all ledger accounts / on a file", 1.2, besideFile, accountBalances);
   suite.compare(
       "server: all lines of the ledger / by hand", 1.3, [both] { return scanned(both()); },
       Clock::Wall);
