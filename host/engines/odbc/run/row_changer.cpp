@@ -6,6 +6,7 @@
 #include "host/engines/odbc/run/batch.h"
 #include "host/engines/odbc/run/statement.h"
 #include "host/engines/rows/refusal.h"
+#include "host/engines/write/joined.h"
 #include "host/sql/names.h"
 #include "platform/error.h"
 
@@ -15,17 +16,7 @@ namespace {
 using QuorDataLib::Value;
 using Rows::FieldValue;
 using Rows::KeptRows;
-
-/// `piece` of each item, with `separator` between them.
-template <class Items, class Piece>
-std::string joined(const Items& items, std::string_view separator, const Piece& piece) {
-  std::string text;
-  for (const auto& item : items) {
-    if (!text.empty()) text += separator;
-    text += piece(item);
-  }
-  return text;
-}
+using Write::joined;
 
 /// The value that is set for a column, or null.
 const Value* valueFor(std::span<const FieldValue> fields, std::string_view column) {

@@ -5,26 +5,17 @@
 #include <vector>
 
 #include "host/engines/postgres/write/postgres_form.h"
+#include "host/engines/write/joined.h"
 #include "host/engines/write/sql_text.h"
 
 namespace QuorHost::Postgres {
 namespace {
 
+using Write::joined;
 using Kind = Sql::KeptColumn::Kind;
 
 std::string quoted(std::string_view name) {
   return Write::SqlText(postgresText()).name(name).take();
-}
-
-/// What `piece` makes of each of `items`, with `separator` between them.
-template <class Items, class Piece>
-std::string joined(const Items& items, std::string_view separator, Piece piece) {
-  std::string text;
-  for (const auto& item : items) {
-    if (!text.empty()) text += separator;
-    text += piece(item);
-  }
-  return text;
 }
 
 /// The pieces of the statements about one view of totals.

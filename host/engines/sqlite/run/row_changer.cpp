@@ -7,23 +7,14 @@
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/run/change.h"
 #include "host/engines/sqlite/statement.h"
+#include "host/engines/write/joined.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
 using Rows::FieldValue;
 using Rows::KeptRows;
-
-/// What `piece` makes of each of `items`, with `separator` between them.
-template <class Items, class Piece>
-std::string joined(const Items& items, std::string_view separator, Piece piece) {
-  std::string text;
-  for (const auto& item : items) {
-    if (!text.empty()) text += separator;
-    text += piece(item);
-  }
-  return text;
-}
+using Write::joined;
 
 std::string assignment(const FieldValue& field) { return quotedName(field.column) + " = ?"; }
 

@@ -1,25 +1,16 @@
 #include "host/engines/sqlite/write/kept_totals_text.h"
 
 #include "host/engines/sqlite/write/sqlite_form.h"
+#include "host/engines/write/joined.h"
 #include "host/engines/write/sql_text.h"
 
 namespace QuorHost::Sqlite {
 namespace {
 
+using Write::joined;
 using Kind = Sql::KeptColumn::Kind;
 
 std::string quoted(std::string_view name) { return Write::SqlText(sqliteText()).name(name).take(); }
-
-/// What `piece` makes of each of `items`, with `separator` between them.
-template <class Items, class Piece>
-std::string joined(const Items& items, std::string_view separator, Piece piece) {
-  std::string text;
-  for (const auto& item : items) {
-    if (!text.empty()) text += separator;
-    text += piece(item);
-  }
-  return text;
-}
 
 }  // namespace
 
