@@ -23,7 +23,7 @@ int call(const CallOptions& options, Console& console) {
   const Target target = findTarget(options.path);
   std::vector<QuorDataLib::Value> values = parseArguments(target, options.arguments);
   checkOptions(target, options.run);
-  Session session(options.run, accessAllowed(options.run.company), console);
+  Session session(options.run, QuorHost::accessAllowed(options.run.company), console);
   printAnswer(callMember(target, std::move(values), options.run, session), options.run, console);
   session.finish();
   return kDone;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "host/company/company.h"
-#include "host/engines/file_access.h"
 #include "host/engines/paths.h"
 
 namespace QuorCli {
@@ -59,10 +58,6 @@ std::ostream* Session::openTrace(const RunOptions& options, Console& console) {
   traceFile_.open(QuorHost::pathOf(traceName_), std::ios::out | std::ios::trunc | std::ios::binary);
   if (!traceFile_) throw Failure("the trace file " + traceName_ + " cannot be written");
   return &traceFile_;
-}
-
-Access accessAllowed(const std::string& path) {
-  return QuorHost::isServer(path) || QuorHost::mayWrite(path) ? Access::Write : Access::Read;
 }
 
 }  // namespace QuorCli

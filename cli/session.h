@@ -41,8 +41,4 @@ class Session {
   std::unique_ptr<QuorHost::Host> host_;
 };
 
-/// How a company is opened for work that may or may not write: for writing where the user may write
-/// its file, and on a server, which knows itself; otherwise for reading.
-[[nodiscard]] QuorHost::Access accessAllowed(const std::string& path);
-
 }  // namespace QuorCli

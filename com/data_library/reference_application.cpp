@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "host/company/company.h"
-#include "host/engines/file_access.h"
 #include "platform/member_table.h"
 
 namespace QuorCom {
@@ -88,9 +87,7 @@ Ref<QuorDataLib::ApplicationContext> ReferenceApplication::Context() {
 
 void ReferenceApplication::OpenCompany(const std::string& Path, std::int16_t EngineType) {
   QuorHost::HostOptions options;
-  options.store = QuorHost::openCompany(Path, QuorHost::isServer(Path) || QuorHost::mayWrite(Path)
-                                                  ? QuorHost::Access::Write
-                                                  : QuorHost::Access::Read);
+  options.store = QuorHost::openCompany(Path, QuorHost::accessAllowed(Path));
   options.dialect = EngineType == QuorDataLib::kDesktopEngine ? QuorHost::Sql::Dialect::Desktop
                                                               : QuorHost::Sql::Dialect::Server;
   options.onError = answerOf(onError_).onError;

@@ -1,4 +1,5 @@
 // Which engine a company is kept by. Nobody else knows that there are several.
+#include "host/engines/file_access.h"
 #include "host/engines/sqlite/file/file_check.h"
 #include "host/engines/sqlite/file/opening.h"
 #include "host/engines/sqlite/functions/collation.h"
@@ -103,6 +104,10 @@ const Kind* usableKindOf(std::string_view company) {
 }  // namespace
 
 bool isServer(std::string_view company) noexcept { return kindOf(company) != nullptr; }
+
+Access accessAllowed(const std::string& company) noexcept {
+  return isServer(company) || mayWrite(company) ? Access::Write : Access::Read;
+}
 
 std::string shownCompany(const std::string& company) {
   const Kind* const kind = kindOf(company);

@@ -181,6 +181,10 @@ inline constexpr std::int32_t kConnectionLost = static_cast<std::int32_t>(0x8004
 /// `company` as it may be shown: a connection without its passwords.
 [[nodiscard]] std::string shownCompany(const std::string& company);
 
+/// How a company is opened for work that may or may not write: for writing where this process may
+/// write its file, and on a server, which knows itself what a role may do; otherwise for reading.
+[[nodiscard]] Access accessAllowed(const std::string& company) noexcept;
+
 /// Opens the company file at `path`, or the company that a connection leads to. A file whose texts
 /// are in the order of another system is sorted anew, in place for writing and in a copy for
 /// reading. Raises 75 with a message that says what to do for a missing, unreadable, truncated,
