@@ -25,9 +25,8 @@ std::string shownMessage(const Diagnosis& diagnosis, const Address& address) {
 std::string adviceFor(std::string_view state) {
   if (state == "IM002") {
 #ifdef _WIN32
-    return "See which data sources and drivers there are (odbcad32; a program sees those of its "
-           "own "
-           "word size)";
+    return "See which data sources and drivers there are (odbcad32; a program sees those of "
+           "its own word size)";
 #else
     return "See which data sources and drivers the driver manager knows (odbcinst -q -s, odbcinst "
            "-q -d), or name the driver's library by its path (Driver=/path/to/it)";
