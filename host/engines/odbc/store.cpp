@@ -60,10 +60,7 @@ std::vector<std::string> OdbcStore::definitions() const {
 }
 
 void OdbcStore::requireWritable() const {
-  if (!writable()) {
-    Rows::refuseStatement("The company '" + database_->address().shown +
-                          "' was opened for reading only: open it for writing to change it");
-  }
+  Rows::requireWritable(writable(), database_->address().shown);
 }
 
 void OdbcStore::define(std::string_view /*statement*/) {
@@ -80,11 +77,7 @@ std::unique_ptr<Transaction> OdbcStore::begin() {
 }
 
 std::unique_ptr<Snapshot> OdbcStore::hold() {
-  if (writable()) {
-    QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                       "A company that is open for writing is read as it changes: open it for "
-                       "reading to hold a snapshot");
-  }
+  Rows::requireUnchanging(writable());
   return std::make_unique<OdbcSnapshot>(database_);
 }
 

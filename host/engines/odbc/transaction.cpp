@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/error.h"
+#include "host/engines/rows/refusal.h"
 
 namespace QuorHost::Odbc {
 
@@ -16,10 +16,7 @@ OdbcTransaction::~OdbcTransaction() {
 }
 
 void OdbcTransaction::commit() {
-  if (!database_) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "The transaction was committed before");
-  }
+  if (!database_) Rows::refuseSecondCommit();
   database_->commit();
   database_.reset();
 }

@@ -11,6 +11,7 @@
 #include "host/engines/postgres/server/server_error.h"
 #include "host/engines/postgres/transaction.h"
 #include "host/engines/postgres/write/sql_writer.h"
+#include "host/engines/rows/refusal.h"
 #include "host/sql/front_end.h"
 #include "platform/error.h"
 
@@ -44,10 +45,7 @@ void ServerStore::readDefinitions() {
 }
 
 void ServerStore::requireWritable() const {
-  if (!writable()) {
-    refuseStatement("The company '" + database_->address().shown +
-                    "' was opened for reading only: open it for writing to change it");
-  }
+  Rows::requireWritable(writable(), database_->address().shown);
 }
 
 QuorDataLib::Ref<QuorDataLib::Connection> ServerStore::connect(Sql::Dialect dialect) {
@@ -162,11 +160,7 @@ void ServerStore::afterRollBack() noexcept {
 }
 
 std::unique_ptr<Snapshot> ServerStore::hold() {
-  if (writable()) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A company that is open for writing is read as it changes: open it for "
-                       "reading to hold a snapshot");
-  }
+  Rows::requireUnchanging(writable());
   return std::make_unique<ServerSnapshot>(database_);
 }
 

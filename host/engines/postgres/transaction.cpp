@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/error.h"
+#include "host/engines/rows/refusal.h"
 
 namespace QuorHost::Postgres {
 
@@ -18,10 +18,7 @@ ServerTransaction::~ServerTransaction() {
 }
 
 void ServerTransaction::commit() {
-  if (!store_) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "The transaction was committed before");
-  }
+  if (!store_) Rows::refuseSecondCommit();
   store_->beforeCommit();
   store_->database()->commit();
   std::exchange(store_, nullptr)->afterCommit();

@@ -7,6 +7,9 @@
 namespace QuorHost::Rows {
 namespace {
 
+using QuorDataLib::ErrorNumber;
+using QuorDataLib::raise;
+
 /// The longest description, and the longest piece of a statement in it, in bytes.
 constexpr std::size_t kLongest = 1000;
 constexpr std::size_t kLongestStatement = 80;
@@ -32,6 +35,37 @@ void refuseStatement(const std::string& description) {
 
 std::string inStatement(std::string_view statement) {
   return statement.empty() ? "" : " (in: " + quoted(statement) + ")";
+}
+
+void requireWritable(bool writable, const std::string& company) {
+  if (writable) return;
+  refuseStatement("The company '" + company +
+                  "' was opened for reading only: open it for writing to change it");
+}
+
+void requireUnchanging(bool writable) {
+  if (!writable) return;
+  raise(ErrorNumber::InvalidArgument,
+        "A company that is open for writing is read as it changes: open it for reading to hold a "
+        "snapshot");
+}
+
+void refuseSecondTransaction() {
+  raise(ErrorNumber::InvalidArgument,
+        "A transaction is open already: commit it before the next one begins");
+}
+
+void refuseSecondSnapshot() {
+  raise(ErrorNumber::InvalidArgument,
+        "A snapshot is held already: drop it before the next one is taken");
+}
+
+void refuseSecondCommit() {
+  raise(ErrorNumber::InvalidArgument, "The transaction was committed before");
+}
+
+void refuseFailedCommit() {
+  refuseStatement("The transaction was undone when a statement in it failed; nothing was kept");
 }
 
 }  // namespace QuorHost::Rows

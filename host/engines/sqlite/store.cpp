@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/engines/paths.h"
+#include "host/engines/rows/refusal.h"
 #include "host/engines/sqlite/connection.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/file/change_watch.h"
@@ -47,12 +48,7 @@ void SqliteStore::know(Sql::Catalogue catalogue) {
 
 std::vector<std::string> SqliteStore::definitions() const { return storedDefinitions(*database_); }
 
-void SqliteStore::requireWritable() const {
-  if (!writable()) {
-    refuseStatement("The company '" + database_->path() +
-                    "' was opened for reading only: open it for writing to change it");
-  }
-}
+void SqliteStore::requireWritable() const { Rows::requireWritable(writable(), database_->path()); }
 
 QuorDataLib::Ref<QuorDataLib::Connection> SqliteStore::connect(Sql::Dialect dialect) {
   return QuorDataLib::make<Connection>(std::static_pointer_cast<SqliteStore>(shared_from_this()),
@@ -114,11 +110,7 @@ std::unique_ptr<Transaction> SqliteStore::begin() {
 }
 
 std::unique_ptr<Snapshot> SqliteStore::hold() {
-  if (writable()) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A company that is open for writing is read as it changes: open it for "
-                       "reading to hold a snapshot");
-  }
+  Rows::requireUnchanging(writable());
   return std::make_unique<SqliteSnapshot>(database_);
 }
 

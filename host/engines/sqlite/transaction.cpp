@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/engines/rows/refusal.h"
 #include "host/engines/sqlite/engine_error.h"
 #include "host/engines/sqlite/run/binding.h"
 #include "host/engines/sqlite/run/change.h"
@@ -30,10 +31,7 @@ std::string insertText(const std::string& table, const std::vector<Sql::Column>&
 SqliteTransaction::SqliteTransaction(std::shared_ptr<SqliteStore> store)
     : store_(std::move(store)) {
   Database& database = *store_->database();
-  if (database.inTransaction()) {
-    raise(ErrorNumber::InvalidArgument,
-          "A transaction is open already: commit it before the next one begins");
-  }
+  if (database.inTransaction()) Rows::refuseSecondTransaction();
   database.prepareForChange();
   database.loosen();
   database.run("BEGIN IMMEDIATE");
@@ -46,11 +44,9 @@ SqliteTransaction::~SqliteTransaction() {
 }
 
 void SqliteTransaction::commit() {
-  if (!store_) raise(ErrorNumber::InvalidArgument, "The transaction was committed before");
+  if (!store_) Rows::refuseSecondCommit();
   Database& database = *store_->database();
-  if (!database.inTransaction()) {
-    refuseStatement("The transaction was undone when a statement in it failed; nothing was kept");
-  }
+  if (!database.inTransaction()) Rows::refuseFailedCommit();
   database.prepareForChange();
   storeTotals(database);
   database.run("COMMIT");
@@ -60,10 +56,7 @@ void SqliteTransaction::commit() {
 SqliteSnapshot::SqliteSnapshot(std::shared_ptr<Database> database)
     : database_(std::move(database)) {
   database_->refresh();
-  if (database_->inTransaction()) {
-    raise(ErrorNumber::InvalidArgument,
-          "A snapshot is held already: drop it before the next one is taken");
-  }
+  if (database_->inTransaction()) Rows::refuseSecondSnapshot();
   database_->run("BEGIN");
   try {
     // The moment is that of the first read.

@@ -1,26 +1,16 @@
 #include "host/engines/odbc/driver/database.h"
 
-#include <chrono>
 #include <cstddef>
 #include <utility>
 
 #include "host/engines/odbc/run/cursor.h"
 #include "host/engines/odbc/run/statement.h"
+#include "host/engines/rows/readers.h"
+#include "host/engines/rows/refusal.h"
 #include "platform/error.h"
 
 namespace QuorHost::Odbc {
 namespace {
-
-using QuorDataLib::ErrorNumber;
-
-/// What a recordset that lies open may take into memory so that another query can start on its
-/// connection.
-constexpr Rows::Allowance kRest{.bytes = std::size_t{8} << 20U,
-                                .time = std::chrono::milliseconds(50)};
-
-/// Connections for reading at the most. What more recordsets lie open and are large takes all their
-/// rows into memory.
-constexpr std::size_t kMostReaders = 4;
 
 /// Has the cursor of a session take rows into memory; true when the driver has no more of them.
 bool settle(const Session& session, const Rows::Allowance& allowance) noexcept {
@@ -50,17 +40,8 @@ std::shared_ptr<Session> Database::reading() {
     return pinned_;
   }
   std::erase_if(readers_, [](const auto& session) { return session->lost(); });
-  for (const Rows::Allowance& allowance : {Rows::Allowance{.rows = 0}, kRest}) {
-    for (const std::shared_ptr<Session>& session : readers_) {
-      if (settle(*session, allowance)) return session;
-    }
-  }
-  if (readers_.size() < kMostReaders) {
-    readers_.push_back(connect(Access::Read));
-    return readers_.back();
-  }
-  settle(*readers_.front(), {});
-  return readers_.front();
+  const auto another = [this] { return connect(Access::Read); };
+  return Rows::sessionToRead(readers_, settle, another, another);
 }
 
 std::shared_ptr<Session> Database::changing() {
@@ -92,18 +73,12 @@ void Database::pin(const Connect& connect, bool snapshot) {
 }
 
 void Database::begin() {
-  if (pinned_) {
-    QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                       "A transaction is open already: commit it before the next one begins");
-  }
+  if (pinned_) Rows::refuseSecondTransaction();
   pin([this] { return changing(); }, false);
 }
 
 void Database::hold() {
-  if (pinned_) {
-    QuorDataLib::raise(ErrorNumber::InvalidArgument,
-                       "A snapshot is held already: drop it before the next one is taken");
-  }
+  if (pinned_) Rows::refuseSecondSnapshot();
   pin([this] { return reading(); }, true);
 }
 
@@ -116,7 +91,7 @@ void Database::commit() {
 void Database::rollBack() noexcept {
   if (!pinned_) return;
   settle(*pinned_, {});
-  if (pinned_->live != nullptr) pinned_->live->abandon();
+  if (pinned_->live != nullptr) pinned_->live->reset();
   pinned_->rollBack();
   pinned_.reset();
 }

@@ -134,10 +134,7 @@ void Session::end(SQLSMALLINT how) {
 }
 
 void Session::commit() {
-  if (failed_) {
-    Rows::refuseStatement(
-        "The transaction was undone when a statement in it failed; nothing was kept");
-  }
+  if (failed_) Rows::refuseFailedCommit();
   end(SQL_COMMIT);
   leaveTransaction();
 }

@@ -129,8 +129,6 @@ void OdbcCursor::reset() noexcept {
   row_ = 0;
 }
 
-void OdbcCursor::abandon() noexcept { reset(); }
-
 Rows::Allowance OdbcCursor::readAhead() const noexcept {
   return !batch_ || batch_->bound() ? Rows::Allowance{.rows = 0} : kShort;
 }

@@ -43,8 +43,6 @@ class OdbcCursor final : public Rows::Cursor {
   void letKeep(const Rows::Allowance& allowance) noexcept {
     if (reader_ != nullptr) reader_->keepRows(allowance);
   }
-  /// The transaction has ended: what the driver still has of the rows is gone.
-  void abandon() noexcept;
 
  private:
   /// Runs the statement; a connection that turns out to be lost before anything was sent is made

@@ -1,26 +1,15 @@
 #include "host/engines/postgres/server/database.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "host/engines/postgres/run/cursor.h"
 #include "host/engines/postgres/server/server_error.h"
+#include "host/engines/rows/readers.h"
+#include "host/engines/rows/refusal.h"
 #include "platform/error.h"
 
 namespace QuorHost::Postgres {
-namespace {
-
-/// What a recordset that lies open may take into memory so that another query can start on its
-/// connection. It is less than a further connection costs the server.
-constexpr Rows::Allowance kRest{.bytes = std::size_t{8} << 20U,
-                                .time = std::chrono::milliseconds(50)};
-
-/// Connections for reading at the most. What more recordsets lie open and are large takes all their
-/// rows into memory.
-constexpr std::size_t kMostReaders = 4;
-
-}  // namespace
 
 Database::Database(Address address, Access access, CompareTexts compare)
     : address_(std::move(address)), access_(access), compare_(compare) {
@@ -56,21 +45,8 @@ std::shared_ptr<Session> Database::reading() {
     return pinned_;
   }
   std::erase_if(readers_, [](const auto& session) { return session->link.lost(); });
-  for (const Rows::Allowance& allowance : {Rows::Allowance{.rows = 0}, kRest}) {
-    for (const std::shared_ptr<Session>& session : readers_) {
-      if (settle(*session, allowance)) return session;
-    }
-  }
-  if (readers_.empty()) return readers_.emplace_back(connectAnew());
-  if (readers_.size() < kMostReaders) {
-    try {
-      return readers_.emplace_back(connect());
-    } catch (const QuorDataLib::Error&) {  // NOLINT(bugprone-empty-catch)
-      // The server gives no more of them: those that are there must do.
-    }
-  }
-  settle(*readers_.front(), {});
-  return readers_.front();
+  return Rows::sessionToRead(
+      readers_, settle, [this] { return connect(); }, [this] { return connectAnew(); });
 }
 
 Link& Database::changing() {
@@ -110,10 +86,7 @@ void Database::pin(const Connect& connect, const char* begin, bool transaction) 
 }
 
 void Database::begin() {
-  if (pinned_) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A transaction is open already: commit it before the next one begins");
-  }
+  if (pinned_) Rows::refuseSecondTransaction();
   const auto connect = [this] {
     static_cast<void>(changing());
     return changer_;
@@ -122,10 +95,7 @@ void Database::begin() {
 }
 
 void Database::hold() {
-  if (pinned_) {
-    QuorDataLib::raise(QuorDataLib::ErrorNumber::InvalidArgument,
-                       "A snapshot is held already: drop it before the next one is taken");
-  }
+  if (pinned_) Rows::refuseSecondSnapshot();
   // The moment is that of the first statement. It also keeps the company from being replaced.
   pin([this] { return reading(); },
       "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY; SELECT 1 FROM quor_catalogue LIMIT 1",
@@ -138,9 +108,7 @@ void Database::commit() {
   settle(*pinned_, {});
   const bool failed = pinned_->link.failed();
   if (!failed) pinned_->link.run("COMMIT");
-  if (failed) {
-    refuseStatement("The transaction was undone when a statement in it failed; nothing was kept");
-  }
+  if (failed) Rows::refuseFailedCommit();
   pinned_.reset();
 }
 
